@@ -1,0 +1,5 @@
+// Umbrella header of the Velcora device database library: includes every public header.
+#ifndef VELCORA_DEV_DDB_H
+#define VELCORA_DEV_DDB_H
+
+#endif

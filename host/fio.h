@@ -1,0 +1,60 @@
+// Host paths and file-system queries.
+#ifndef VELCORA_HOST_FIO_H
+#define VELCORA_HOST_FIO_H
+
+#include <string>
+
+// A path split into directory, base name and extension. The extension is the text after
+// the last "." of the file name (without the dot); the directory has no trailing "/"
+// unless it is the root itself.
+class FIO_PATH {
+public:
+    FIO_PATH() = default;
+    FIO_PATH(const std::string& full_path) { set_full_path(full_path); }  // NOLINT: implicit by design
+    FIO_PATH(const char* full_path) { set_full_path(full_path ? full_path : ""); }  // NOLINT
+    FIO_PATH(const std::string& directory, const std::string& base_name,
+             const std::string& extension)
+        : m_directory(directory), m_base_name(base_name), m_extension(extension) {}
+
+    const std::string& directory() const { return m_directory; }
+    const std::string& base_name() const { return m_base_name; }
+    const std::string& extension() const { return m_extension; }
+    // base name, plus "." and the extension when there is one
+    std::string file_name() const;
+    // directory, "/", file name (the directory alone when there is no file name)
+    std::string full_path() const;
+
+    void set_full_path(const std::string& full_path);
+    void set_directory(const std::string& directory) { m_directory = directory; }
+    void set_base_name(const std::string& base_name) { m_base_name = base_name; }
+    void set_extension(const std::string& extension) { m_extension = extension; }
+    void set_file_name(const std::string& file_name);
+
+    // The path of `relative` below this path's full path (an absolute `relative` stands alone).
+    FIO_PATH join(const std::string& relative) const;
+    // Removes "." parts, folds "dir/.." pairs and repeated separators.
+    static std::string simplify(const std::string& path);
+
+    bool empty() const { return m_directory.empty() && m_base_name.empty() && m_extension.empty(); }
+    void clear() { m_directory.clear(); m_base_name.clear(); m_extension.clear(); }
+    bool operator==(const FIO_PATH& o) const { return full_path() == o.full_path(); }
+    bool operator!=(const FIO_PATH& o) const { return !(*this == o); }
+
+private:
+    std::string m_directory;
+    std::string m_base_name;
+    std::string m_extension;
+};
+
+class FIO_FILE_SYSTEM {
+public:
+    static bool exists(const FIO_PATH& path);
+    static bool exists(const std::string& path);
+    static bool is_directory(const std::string& path);
+    // Size in bytes, or -1 when the file cannot be examined.
+    static long long file_size(const std::string& path);
+    static bool remove(const std::string& path);
+    static bool create_directories(const std::string& path);
+};
+
+#endif
