@@ -48,6 +48,11 @@ public:
     const std::string& engine_pattern() const { return m_regexp.pattern_text(); }
 
 private:
+    // Unanchored search; on success re-matches at the found start (groups, stored subject).
+    VTL_RANGE search_range(const std::string& s, size_t begin, size_t end);
+    // Appends `replacement` with "\0".."\9" replaced by the groups of the last match.
+    void expand_replacement(const char* replacement, std::string& out) const;
+
     VTL_REGEXP m_regexp;
     std::string m_subject;
     int m_characters_matched = -1;
@@ -69,6 +74,8 @@ public:
     void restart() { m_position = 0; }
 
 private:
+    void reset(bool return_empty_tokens, bool include_delimiter);
+
     std::string m_text;
     std::string m_delimiters;
     size_t m_position = 0;
@@ -84,6 +91,8 @@ public:
     char* get_token();
 
 private:
+    bool is_delimiter(char c) const;
+
     char* m_cursor = nullptr;
     bool m_merge_delimiters;
     bool m_is_delimiter[256];
