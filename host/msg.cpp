@@ -32,15 +32,23 @@ unsigned long msg_internal_error_count() { return g_internal_errors; }
 std::string msg_source_name(const char* file) {
     std::string path = file ? file : "";
     size_t start = std::string::npos;
-    for (const char* root : {"/ddb/", "/host/", "/tools/", "/tests/", "/bench/"}) {
-        size_t p = path.rfind(root);
-        if (p != std::string::npos && (start == std::string::npos || p > start)) start = p + 1;
+#ifdef VELCORA_SOURCE_DIR
+    // Files of this source tree: the path below its root.
+    const std::string root = std::string(VELCORA_SOURCE_DIR) + "/";
+    if (path.compare(0, root.size(), root) == 0) start = root.size();
+#endif
+    if (start == std::string::npos) {
+        // Elsewhere: from the last source-root folder on.
+        for (const char* dir : {"/ddb/", "/host/", "/tools/", "/tests/", "/bench/"}) {
+            size_t p = path.rfind(dir);
+            if (p != std::string::npos && (start == std::string::npos || p > start)) start = p + 1;
+        }
     }
-    for (const char* root : {"ddb/", "host/", "tools/", "tests/", "bench/"})
-        if (start == std::string::npos && path.compare(0, std::strlen(root), root) == 0) start = 0;
     if (start == std::string::npos) {
         size_t slash = path.rfind('/');
         start = slash == std::string::npos ? 0 : slash + 1;
+        for (const char* dir : {"ddb/", "host/", "tools/", "tests/", "bench/"})
+            if (path.compare(0, std::strlen(dir), dir) == 0) start = 0;
     }
     std::string name = path.substr(start);
     size_t dot = name.rfind('.');
