@@ -2,4 +2,6 @@
 #ifndef VELCORA_DEV_DDB_H
 #define VELCORA_DEV_DDB_H
 
+#include "dev_archive_export.h"
+
 #endif
