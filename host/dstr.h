@@ -28,6 +28,10 @@
 
 #include "host/dstr_table.h"
 
+// Data columns of the voltage and timing-model rows: "no numeric value".
+constexpr int DEV_NO_MILLIVOLTS = 2147483647;
+constexpr int DEV_NO_TEMPERATURE = 2147483647;
+
 #define DSTR_DECLARE_FUNCTIONS(TYPE, name)                           \
     const DSTR_TABLE& dstr_table_##name();                           \
     bool dstr_exists_##name##_by_string(const char* text);           \
@@ -46,5 +50,21 @@
 #define DSTR_ENUM_END(TYPE, name, INVALID, BOUND) }; DSTR_DECLARE_FUNCTIONS(TYPE, name)
 #include "host/tables/dstr_enums.inc"
 #include "host/dstr_undef.h"
+
+// ---------------------------------------------------------------------------------------
+// Data carried by the voltage and timing-model rows (host/tables/dstr_operating_points.cpp).
+
+// The nominal millivolts of a voltage; DEV_NO_MILLIVOLTS for a voltage without a numeric
+// value; -1 for a value that names no voltage.
+int dstr_get_voltage_millivolts(int voltage);
+// The first voltage of exactly `millivolts`; DEV_VOLTAGE_INVALID when none has it.
+DEV_VOLTAGE_ENUM dstr_get_voltage_by_millivolts(int millivolts);
+// The operating point of a timing model: its voltage (DEV_VOLTAGE_INVALID when it has
+// none) and its temperature in degrees Celsius (DEV_NO_TEMPERATURE when it has none).
+// False, with the outputs untouched, for a value that names no timing model.
+bool dstr_get_timing_model_operating_point(int model, DEV_VOLTAGE_ENUM* voltage, int* temperature);
+// The first timing model of that operating point; DEV_TIMING_MODEL_INVALID when none.
+DEV_TIMING_MODEL_ENUM dstr_get_timing_model_by_operating_point(DEV_VOLTAGE_ENUM voltage,
+                                                               int temperature);
 
 #endif
