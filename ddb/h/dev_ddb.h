@@ -3,5 +3,7 @@
 #define VELCORA_DEV_DDB_H
 
 #include "dev_archive_export.h"
+#include "dev_element_code.h"
+#include "dev_enum_flag.h"
 
 #endif

@@ -1,0 +1,18 @@
+// Element codes of the persistent files. The stored component code of an element and its
+// DEV_ELEMENT_ENUM share one numbering, so the conversions return their argument's value.
+#ifndef VELCORA_DEV_ELEMENT_CODE_H
+#define VELCORA_DEV_ELEMENT_CODE_H
+
+#include "host/dstr.h"
+
+struct DDB_CODE {
+    enum _COMPONENT : int {
+        COMPONENT_INVALID = DEV_ELEMENT_INVALID,
+        COMPONENT_GENERIC = DEV_ELEMENT_GENERIC,
+    };
+};
+
+DDB_CODE::_COMPONENT dev_get_ddb_code_by_element(DEV_ELEMENT_ENUM element);
+DEV_ELEMENT_ENUM dev_get_element_by_ddb_code(DDB_CODE::_COMPONENT code);
+
+#endif
