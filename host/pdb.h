@@ -1,0 +1,157 @@
+// Host persistent-object store: serialisation of objects into a byte stream that the
+// library writes and reads through its archive stream.
+//
+// A segment is a self-describing payload: "VDDB", a format version, the payload length
+// and its CRC-32, then the payload. Objects are bracketed by serialize_begin/serialize_end,
+// which record the class identity (so a file holding another class is refused) and each
+// field goes through one primitive transfer per type. Writing collects the payload in
+// memory; reading takes the whole payload into memory first (growing as bytes really
+// arrive, so a lying length never allocates more than the file delivers) and then checks
+// every count and length against what remains: a truncated or corrupted file is an error,
+// never a crash or a huge allocation. After the first error the segment stays failed and
+// every further read yields defaults.
+#ifndef VELCORA_HOST_PDB_H
+#define VELCORA_HOST_PDB_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// Collections hold fewer than this many elements.
+constexpr uint32_t PDB_MAX_COLLECTION_SIZE = 0x3FFFFFFF;
+
+// The byte stream under a segment (the library's archive stream supplies one).
+class PDB_STREAM {
+public:
+    virtual ~PDB_STREAM() = default;
+    virtual bool write(const void* data, size_t size) = 0;
+    // Bytes delivered; fewer than asked only at the end of the stream.
+    virtual size_t read(void* data, size_t size) = 0;
+};
+
+// Identity of a stored class: its name and a stable 32-bit tag derived from it.
+class PDB_CLASS_INFO {
+public:
+    explicit PDB_CLASS_INFO(const char* class_name);
+    const char* name() const { return m_name; }
+    uint32_t tag() const { return m_tag; }
+
+private:
+    const char* m_name;
+    uint32_t m_tag;
+};
+
+// Data handed to auto-match hooks; unused by the classes of this library.
+struct PDB_MATCH_DATA {
+    const void* other = nullptr;
+};
+
+// The field being transferred, for error messages.
+struct PDB_FIELD_CONTEXT {
+    const char* field = nullptr;
+    const char* module = nullptr;
+    const char* source = nullptr;
+    int line = 0;
+    const char* type = nullptr;
+};
+
+class PDB_SEGMENT {
+public:
+    static constexpr uint16_t FORMAT_VERSION = 1;
+
+    // A segment for writing, or for reading a payload already taken with load().
+    explicit PDB_SEGMENT(bool writing);
+    virtual ~PDB_SEGMENT() = default;
+
+    bool is_writing() const { return m_writing; }
+    bool is_reading() const { return !m_writing; }
+    bool failed() const { return !m_error.empty(); }
+    const std::string& error() const { return m_error; }
+
+    // Writes header and payload to the stream.
+    bool save(PDB_STREAM& stream);
+    // Reads header and payload from the stream; false (with error()) when it is not a
+    // segment of this format, of another version, truncated or corrupted.
+    bool load(PDB_STREAM& stream);
+    // Takes a payload (with header) from memory.
+    bool load_bytes(const std::string& bytes);
+    // The bytes save() writes (header and payload).
+    std::string bytes() const;
+    // True when every payload byte was consumed (reading).
+    bool at_end() const { return m_pos == m_payload.size(); }
+
+    // Primitive transfers: write the value when writing, read it when reading.
+    virtual void xfr(int32_t& v);
+    virtual void xfr(uint32_t& v);
+    virtual void xfr(int64_t& v);
+    virtual void xfr(uint64_t& v);
+    virtual void xfr(bool& v);
+    virtual void xfr(uint8_t& v);
+    virtual void xfr(double& v);
+    virtual void xfr(std::string& v);
+
+    // A collection's element count: written as 32 bits; refused at PDB_MAX_COLLECTION_SIZE
+    // or above ("size < PDB_MAX_COLLECTION_SIZE") and, when reading, when fewer than
+    // `count * min_element_size` bytes remain.
+    bool xfr_count(size_t& count, size_t min_element_size = 1);
+
+    // Field context for messages.
+    void set_field(const PDB_FIELD_CONTEXT& f) { m_field = f; }
+    const PDB_FIELD_CONTEXT& field() const { return m_field; }
+
+    // Marks the segment failed (first message wins) and reports it.
+    void fail(const std::string& message);
+
+    size_t payload_size() const { return m_payload.size(); }
+    // Payload bytes not yet read.
+    size_t remaining() const { return m_payload.size() - m_pos; }
+
+private:
+    friend class PDB_SEGMENT_BASE;
+    bool take(void* data, size_t size);
+    void put(const void* data, size_t size);
+
+    bool m_writing;
+    std::string m_payload;
+    size_t m_pos = 0;
+    std::string m_error;
+    PDB_FIELD_CONTEXT m_field;
+};
+
+// The name the library's serialisers use for the segment type they write to.
+struct PDB_DDB_SEG_BASE {};
+template <typename BASE>
+class PDB_SEGMENT_TEMPLATE : public PDB_SEGMENT {
+public:
+    using PDB_SEGMENT::PDB_SEGMENT;
+};
+typedef PDB_SEGMENT_TEMPLATE<PDB_DDB_SEG_BASE> PDB_DDB_SEGMENT;
+
+class PDB_SEGMENT_BASE {
+public:
+    // Brackets one object: records (writing) or checks (reading) the class tag.
+    static void serialize_begin(PDB_SEGMENT& seg, const PDB_CLASS_INFO& info, const void* object);
+    static void serialize_end(PDB_SEGMENT& seg);
+    // Opens a collection after its count was transferred.
+    static void stl_begin(PDB_SEGMENT& seg) {}
+};
+
+// Sets the field context for one field and restores the previous one afterwards.
+class PDB_FIELD_SCOPE {
+public:
+    PDB_FIELD_SCOPE(PDB_SEGMENT& seg, const char* field, const char* type, const char* source, int line)
+        : m_seg(seg), m_saved(seg.field()) {
+        seg.set_field(PDB_FIELD_CONTEXT{field, "DEV", source, line, type});
+    }
+    ~PDB_FIELD_SCOPE() { m_seg.set_field(m_saved); }
+
+private:
+    PDB_SEGMENT& m_seg;
+    PDB_FIELD_CONTEXT m_saved;
+};
+
+// Reports a broken invariant of the store.
+void pdb_internal_error(const char* message);
+
+#endif
