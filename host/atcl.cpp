@@ -171,18 +171,17 @@ int atcl_error_msg(Tcl_Interp* interp, const char* format, ...) {
 }
 
 void atcl_print_line(Tcl_Interp* interp, const std::string& line) {
-    Tcl_Channel out = nullptr;
-    if (interp) {
-        // A failed channel look-up would leave its message in the result: keep the result.
-        Tcl_InterpState state = Tcl_SaveInterpState(interp, TCL_OK);
-        out = Tcl_GetChannel(interp, "stdout", nullptr);
-        if (out) Tcl_DiscardInterpState(state); else Tcl_RestoreInterpState(interp, state);
-    }
-    if (!out) {
+    if (!interp) {
         std::fwrite(line.data(), 1, line.size(), stdout);
         std::fputc('\n', stdout);
         return;
     }
+    // Without a stdout channel (closed by the script) the line is dropped, as puts would
+    // fail; a failed look-up would leave its message in the result, so the result is kept.
+    Tcl_InterpState state = Tcl_SaveInterpState(interp, TCL_OK);
+    Tcl_Channel out = Tcl_GetChannel(interp, "stdout", nullptr);
+    Tcl_RestoreInterpState(interp, state);
+    if (!out) return;
     Tcl_WriteChars(out, line.data(), static_cast<int>(line.size()));
     Tcl_WriteChars(out, "\n", 1);
 }

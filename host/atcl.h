@@ -175,9 +175,10 @@ void atcl_unregister_package(Tcl_Interp* interp);
 int atcl_error_msg(Tcl_Interp* interp, const char* format, ...)
     __attribute__((format(printf, 2, 3)));
 // Writes the formatted text and a newline to the recorded interpreter's stdout channel
-// (the process's stdout when there is no interpreter).
+// (the process's stdout when there is no interpreter; nothing when the interpreter's
+// stdout is closed). The interpreter's result is left as it was.
 void atcl_print_msg(const char* format, ...) __attribute__((format(printf, 1, 2)));
-// Writes `line` and a newline to the stdout channel of `interp` (or the process's stdout).
+// Writes `line` and a newline to the stdout channel of `interp` (as atcl_print_msg).
 void atcl_print_line(Tcl_Interp* interp, const std::string& line);
 
 #endif
