@@ -337,11 +337,18 @@ bool DEV_ARCHIVE::good() const {
     return !m_input_bad && m_input_at_end && !eof();
 }
 
-bool DEV_ARCHIVE::getline(std::string& line, char delimiter, bool keep_delimiter) {
+bool DEV_ARCHIVE::last_ready_byte_ends_stream() const {
+    return m_compression_level != ZLIB_NO_COMPRESSION && m_end_reached && file_at_end() &&
+           m_compressor.avail_in == 0;
+}
+
+bool DEV_ARCHIVE::getline_across_blocks(std::string& line, char delimiter, bool keep_delimiter) {
     line.clear();
-    if (!good()) return false;
-    if (eof()) return true;
-    const bool compressed = m_compression_level != ZLIB_NO_COMPRESSION;
+    // Ready bytes mean a good stream that has not ended; only check otherwise.
+    if (m_io_type != READ || available() == 0 || m_input_bad) {
+        if (!good()) return false;
+        if (eof()) return true;
+    }
     for (;;) {
         if (available() == 0) {
             // One byte through get, which refills the buffer (or finds the end).
@@ -358,8 +365,7 @@ bool DEV_ARCHIVE::getline(std::string& line, char delimiter, bool keep_delimiter
         // Bulk scan of the ready bytes. Consuming a ready byte can only end the stream when
         // it is the last one of a stream whose input is all used up; that byte is consumed
         // but not delivered.
-        const bool last_is_final = compressed && m_end_reached && file_at_end() &&
-                                   m_compressor.avail_in == 0;
+        const bool last_is_final = last_ready_byte_ends_stream();
         const char* begin = reinterpret_cast<const char*>(m_output_buffer) + m_read_position;
         const size_t n = available();
         const char* hit = static_cast<const char*>(std::memchr(begin, delimiter, n));

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 #include "host/fio.h"
@@ -43,7 +44,7 @@ public:
     // so far is still filled in. On a compressed stream the stream's very last byte is
     // consumed without being delivered by `getline`.
     DEV_ARCHIVE& get(char& c);
-    bool getline(std::string& line, char delimiter = '\n', bool keep_delimiter = false);
+    inline bool getline(std::string& line, char delimiter = '\n', bool keep_delimiter = false);
     bool eof() const;
     bool good() const;
     // Copies up to `size` bytes, the same bytes successive `get` calls would deliver;
@@ -77,6 +78,8 @@ private:
     bool deflate_bytes(const void* data, size_t size);
     size_t read_input();
     bool refill();
+    bool last_ready_byte_ends_stream() const;
+    bool getline_across_blocks(std::string& line, char delimiter, bool keep_delimiter);
     size_t available() const { return m_produced - m_read_position; }
     bool file_at_end() const { return m_input_at_end; }
 
@@ -104,6 +107,26 @@ private:
     bool m_stream_end_seen = false;
     bool m_write_failed = false;
 };
+
+// Common case inline: the whole line lies among the ready bytes (so the stream is good and
+// has not ended) and its delimiter is not the stream's final byte.
+inline bool DEV_ARCHIVE::getline(std::string& line, char delimiter, bool keep_delimiter) {
+    const size_t n = available();
+    if (n != 0 && m_io_type == READ && !m_input_bad) {
+        const char* begin = reinterpret_cast<const char*>(m_output_buffer) + m_read_position;
+        const char* hit = static_cast<const char*>(std::memchr(begin, delimiter, n));
+        if (hit) {
+            const size_t length = static_cast<size_t>(hit - begin);
+            if (length + 1 < n || !last_ready_byte_ends_stream()) {
+                line.clear();
+                line.append(begin, keep_delimiter ? length + 1 : length);
+                m_read_position += static_cast<uint32_t>(length + 1);
+                return true;
+            }
+        }
+    }
+    return getline_across_blocks(line, delimiter, keep_delimiter);
+}
 
 // The element code stored in ".ddb" files is the element code itself.
 inline int dev_get_ddb_code_by_element(int code) { return code; }
