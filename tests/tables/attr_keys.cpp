@@ -1,0 +1,217 @@
+// Attribute-key tables: every record kind's key count, the keys with a fixed meaning, the
+// key names and their look-up, and the symbolic value names of keys.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "host/astr.h"
+
+namespace {
+
+struct KIND_COUNT {
+    const ASTR_KEY_TABLE& table;
+    int max;       // the bound DEV_<R>_<K>_DATA_MAX
+    int expected;  // the number the data model gives
+};
+
+// Every record and kind with its count. The BOOL count of routing switches is ours (8).
+std::vector<KIND_COUNT> all_kinds() {
+    return {
+        {astr_table_dev_basic_info_bool_data(), DEV_BASIC_INFO_BOOL_DATA_MAX, 156},
+        {astr_table_dev_basic_info_int_data(), DEV_BASIC_INFO_INT_DATA_MAX, 81},
+        {astr_table_dev_basic_info_enum_data(), DEV_BASIC_INFO_ENUM_DATA_MAX, 6},
+        {astr_table_dev_basic_info_string_data(), DEV_BASIC_INFO_STRING_DATA_MAX, 26},
+        {astr_table_dev_basic_info_2d_int_data(), DEV_BASIC_INFO_2D_INT_DATA_MAX, 23},
+        {astr_table_dev_location_desc_bool_data(), DEV_LOCATION_DESC_BOOL_DATA_MAX, 3},
+        {astr_table_dev_location_desc_int_data(), DEV_LOCATION_DESC_INT_DATA_MAX, 6},
+        {astr_table_dev_location_desc_string_data(), DEV_LOCATION_DESC_STRING_DATA_MAX, 7},
+        {astr_table_dev_port_desc_bool_data(), DEV_PORT_DESC_BOOL_DATA_MAX, 2},
+        {astr_table_dev_port_desc_int_data(), DEV_PORT_DESC_INT_DATA_MAX, 6},
+        {astr_table_dev_port_desc_string_data(), DEV_PORT_DESC_STRING_DATA_MAX, 3},
+        {astr_table_dev_element_desc_bool_data(), DEV_ELEMENT_DESC_BOOL_DATA_MAX, 39},
+        {astr_table_dev_element_desc_int_data(), DEV_ELEMENT_DESC_INT_DATA_MAX, 25},
+        {astr_table_dev_element_desc_string_data(), DEV_ELEMENT_DESC_STRING_DATA_MAX, 10},
+        {astr_table_dev_element_desc_2d_int_data(), DEV_ELEMENT_DESC_2D_INT_DATA_MAX, 32},
+        {astr_table_dev_pad_info_bool_data(), DEV_PAD_INFO_BOOL_DATA_MAX, 24},
+        {astr_table_dev_pad_info_int_data(), DEV_PAD_INFO_INT_DATA_MAX, 26},
+        {astr_table_dev_pad_info_string_data(), DEV_PAD_INFO_STRING_DATA_MAX, 9},
+        {astr_table_dev_pad_info_2d_int_data(), DEV_PAD_INFO_2D_INT_DATA_MAX, 4},
+        {astr_table_dev_pad_info_vec_string_data(), DEV_PAD_INFO_VEC_STRING_DATA_MAX, 5},
+        {astr_table_dev_pad_bool_data(), DEV_PAD_BOOL_DATA_MAX, 118},
+        {astr_table_dev_pad_int_data(), DEV_PAD_INT_DATA_MAX, 43},
+        {astr_table_dev_pad_string_data(), DEV_PAD_STRING_DATA_MAX, 17},
+        {astr_table_dev_pad_2d_int_data(), DEV_PAD_2D_INT_DATA_MAX, 5},
+        {astr_table_dev_io_standard_desc_bool_data(), DEV_IO_STANDARD_DESC_BOOL_DATA_MAX, 34},
+        {astr_table_dev_io_standard_desc_int_data(), DEV_IO_STANDARD_DESC_INT_DATA_MAX, 26},
+        {astr_table_dev_io_standard_desc_string_data(), DEV_IO_STANDARD_DESC_STRING_DATA_MAX, 22},
+        {astr_table_dev_io_standard_desc_2d_int_data(), DEV_IO_STANDARD_DESC_2D_INT_DATA_MAX, 13},
+        {astr_table_dev_io_rule_bool_data(), DEV_IO_RULE_BOOL_DATA_MAX, 3},
+        {astr_table_dev_io_rule_int_data(), DEV_IO_RULE_INT_DATA_MAX, 5},
+        {astr_table_dev_io_rule_string_data(), DEV_IO_RULE_STRING_DATA_MAX, 3},
+        {astr_table_dev_pkg_info_bool_data(), DEV_PKG_INFO_BOOL_DATA_MAX, 18},
+        {astr_table_dev_pkg_info_int_data(), DEV_PKG_INFO_INT_DATA_MAX, 18},
+        {astr_table_dev_pkg_info_string_data(), DEV_PKG_INFO_STRING_DATA_MAX, 9},
+        {astr_table_dev_pkg_info_2d_int_data(), DEV_PKG_INFO_2D_INT_DATA_MAX, 10},
+        {astr_table_dev_pkg_info_vec_double_data(), DEV_PKG_INFO_VEC_DOUBLE_DATA_MAX, 5},
+        {astr_table_dev_pin_bool_data(), DEV_PIN_BOOL_DATA_MAX, 36},
+        {astr_table_dev_pin_int_data(), DEV_PIN_INT_DATA_MAX, 17},
+        {astr_table_dev_pin_string_data(), DEV_PIN_STRING_DATA_MAX, 12},
+        {astr_table_dev_pin_vec_int_data(), DEV_PIN_VEC_INT_DATA_MAX, 5},
+        {astr_table_dev_part_info_bool_data(), DEV_PART_INFO_BOOL_DATA_MAX, 4},
+        {astr_table_dev_part_info_int_data(), DEV_PART_INFO_INT_DATA_MAX, 4},
+        {astr_table_dev_part_info_enum_data(), DEV_PART_INFO_ENUM_DATA_MAX, 1},
+        {astr_table_dev_part_info_string_data(), DEV_PART_INFO_STRING_DATA_MAX, 2},
+        {astr_table_dev_part_info_2d_int_data(), DEV_PART_INFO_2D_INT_DATA_MAX, 4},
+        {astr_table_dev_power_supply_desc_bool_data(), DEV_POWER_SUPPLY_DESC_BOOL_DATA_MAX, 7},
+        {astr_table_dev_power_supply_desc_int_data(), DEV_POWER_SUPPLY_DESC_INT_DATA_MAX, 5},
+        {astr_table_dev_power_supply_desc_enum_data(), DEV_POWER_SUPPLY_DESC_ENUM_DATA_MAX, 2},
+        {astr_table_dev_power_supply_desc_string_data(), DEV_POWER_SUPPLY_DESC_STRING_DATA_MAX, 5},
+        {astr_table_dev_power_supply_desc_2d_int_data(), DEV_POWER_SUPPLY_DESC_2D_INT_DATA_MAX, 8},
+        {astr_table_dev_routing_switch_desc_bool_data(), DEV_ROUTING_SWITCH_DESC_BOOL_DATA_MAX, 8},
+        {astr_table_dev_routing_switch_desc_int_data(), DEV_ROUTING_SWITCH_DESC_INT_DATA_MAX, 30},
+        {astr_table_dev_routing_switch_desc_string_data(), DEV_ROUTING_SWITCH_DESC_STRING_DATA_MAX, 6},
+        {astr_table_dev_routing_switch_desc_2d_int_data(), DEV_ROUTING_SWITCH_DESC_2D_INT_DATA_MAX, 15},
+        {astr_table_dev_routing_global_int_data(), DEV_ROUTING_GLOBAL_INT_DATA_MAX, 7},
+        {astr_table_dev_routing_global_2d_int_data(), DEV_ROUTING_GLOBAL_2D_INT_DATA_MAX, 2},
+        {astr_table_dev_pass_tree_desc_int_data(), DEV_PASS_TREE_DESC_INT_DATA_MAX, 5},
+        {astr_table_dev_pass_tree_desc_2d_int_data(), DEV_PASS_TREE_DESC_2D_INT_DATA_MAX, 2},
+    };
+}
+
+TEST(AttrKeys, EveryKindHasItsCountAndWellFormedUniqueNames) {
+    for (const KIND_COUNT& kind : all_kinds()) {
+        const ASTR_KEY_TABLE& table = kind.table;
+        SCOPED_TRACE(table.enum_name());
+        EXPECT_EQ(kind.expected, kind.max);
+        EXPECT_EQ(kind.expected, table.count());
+        // The bound's name is the enumeration's name with DATA_MAX for DATA_ENUM.
+        std::string bound = table.enum_name();
+        bound.replace(bound.size() - 4, 4, "MAX");
+        EXPECT_EQ(bound, table.bound_name());
+        const std::string record = bound.substr(0, bound.size() - std::string("DATA_MAX").size());
+        const std::string prefix = astr_kind_prefix(table.kind());
+        for (int key = 0; key < table.count(); ++key) {
+            const std::string debug = table.debug_string(key);
+            SCOPED_TRACE(debug);
+            // "INT_NUM_PADS" for DEV_PAD_INFO_INT_NUM_PADS: the kind prefix, then the name.
+            EXPECT_EQ(0u, debug.rfind(prefix, 0));
+            EXPECT_GT(debug.size(), prefix.size());
+            EXPECT_EQ(record.substr(0, record.size() - prefix.size()) + debug, table.entry(key).enumerator);
+            EXPECT_NE(std::string(), table.user_string(key));
+            // Look-up by name finds each key (and so no two keys share a name).
+            EXPECT_TRUE(table.exists_by_string(debug));
+            EXPECT_EQ(key, table.get_by_string(debug));
+        }
+        EXPECT_FALSE(table.exists_by_string(prefix + "NO_SUCH_KEY"));
+        EXPECT_EQ(table.count(), table.get_by_string(prefix + "NO_SUCH_KEY"));
+        EXPECT_STREQ("", table.debug_string(-1));
+        EXPECT_STREQ("", table.debug_string(table.count()));
+    }
+}
+
+TEST(AttrKeys, KeysWithAFixedMeaningStandAtTheirPositions) {
+    EXPECT_EQ(0, DEV_PORT_DESC_INT_INPUT_PORT_TYPE);
+    EXPECT_EQ(1, DEV_PORT_DESC_INT_OUTPUT_PORT_TYPE);
+    EXPECT_STREQ("INT_INPUT_PORT_TYPE", astr_get_debug_string(DEV_PORT_DESC_INT_INPUT_PORT_TYPE));
+    EXPECT_STREQ("INT_OUTPUT_PORT_TYPE", astr_get_debug_string(DEV_PORT_DESC_INT_OUTPUT_PORT_TYPE));
+    EXPECT_STREQ("STRING_DEBUG_NAME", astr_get_debug_string(static_cast<DEV_PORT_DESC_STRING_DATA_ENUM>(0)));
+    EXPECT_EQ(3, DEV_PAD_INFO_INT_DEFAULT_IO_STANDARD);
+    EXPECT_STREQ("STRING_INTERNAL_NAME",
+                 astr_get_debug_string(static_cast<DEV_IO_STANDARD_DESC_STRING_DATA_ENUM>(0)));
+    EXPECT_EQ(14, DEV_ELEMENT_DESC_INT_CDB_RE_TYPE);
+    EXPECT_EQ(0, DEV_PAD_INT_GLOBAL_ID);
+    EXPECT_EQ(4, DEV_PAD_STRING_PAD_NAMES);
+    EXPECT_EQ(0, DEV_PAD_INFO_INT_NUM_PADS);
+    EXPECT_EQ(3, DEV_IO_STANDARD_DESC_INT_IO_STANDARD);
+    EXPECT_EQ(0, DEV_IO_STANDARD_DESC_BOOL_IS_DEFAULT);
+    EXPECT_EQ(0, DEV_IO_RULE_INT_IO_RULE);
+    EXPECT_EQ(3, DEV_IO_RULE_INT_RULE_VALUE);
+    EXPECT_EQ(0, DEV_IO_RULE_STRING_NAME);
+    EXPECT_EQ(9, DEV_BASIC_INFO_STRING_ROUTING_DESCRIPTION_FILE);
+    EXPECT_EQ(10, DEV_BASIC_INFO_STRING_DIE_FILE_NAME);
+    EXPECT_EQ(13, DEV_BASIC_INFO_STRING_DATA_FILE_STEM);
+    EXPECT_EQ(2, DEV_ROUTING_SWITCH_DESC_STRING_MCF_NAME);
+
+    // Keys holding enumerated values, with the bound of the enumeration they name.
+    struct NAMED {
+        const ASTR_KEY_TABLE& table;
+        int key;
+        int row, column;  // -1 for the whole key
+        const DSTR_TABLE& values;
+    } named[] = {
+        {astr_table_dev_location_desc_int_data(), 0, -1, -1, dstr_table_dev_location_enum()},
+        {astr_table_dev_element_desc_int_data(), 0, -1, -1, dstr_table_dev_element_enum()},
+        {astr_table_dev_element_desc_int_data(), 14, -1, -1, dstr_table_cdb_re_type()},
+        {astr_table_dev_port_desc_int_data(), 0, -1, -1, dstr_table_db_input_port_type()},
+        {astr_table_dev_port_desc_int_data(), 1, -1, -1, dstr_table_db_output_port_type()},
+        {astr_table_dev_io_standard_desc_int_data(), 0, -1, -1, dstr_table_dev_voltage_enum()},
+        {astr_table_dev_io_standard_desc_int_data(), 1, -1, -1, dstr_table_dev_voltage_enum()},
+        {astr_table_dev_io_standard_desc_int_data(), 2, -1, -1, dstr_table_dev_voltage_enum()},
+        {astr_table_dev_io_standard_desc_int_data(), 3, -1, -1, dstr_table_dev_io_standard_enum()},
+        {astr_table_dev_pad_info_int_data(), 3, -1, -1, dstr_table_dev_io_standard_enum()},
+        {astr_table_dev_io_rule_int_data(), 0, -1, -1, dstr_table_dev_io_rule_enum()},
+        {astr_table_dev_basic_info_enum_data(), 0, -1, -1, dstr_table_dev_device_enum()},
+        {astr_table_dev_basic_info_enum_data(), 1, -1, -1, dstr_table_dev_family_enum()},
+        {astr_table_dev_basic_info_enum_data(), 2, -1, -1, dstr_table_dev_part_enum()},
+        {astr_table_dev_basic_info_enum_data(), 3, -1, -1, dstr_table_dev_speed_enum()},
+        {astr_table_dev_basic_info_enum_data(), 4, -1, -1, dstr_table_dev_pkg_enum()},
+        {astr_table_dev_part_info_enum_data(), 0, -1, -1, dstr_table_dev_temperature_enum()},
+        {astr_table_dev_pkg_info_int_data(), 0, -1, -1, dstr_table_dev_pkg_enum()},
+        {astr_table_dev_routing_switch_desc_int_data(), 0, -1, -1, dstr_table_dev_routing_switch_enum()},
+        {astr_table_dev_pass_tree_desc_int_data(), 0, -1, -1, dstr_table_dev_pass_tree_enum()},
+        {astr_table_dev_basic_info_2d_int_data(), 0, 2, 1, dstr_table_dev_voltage_enum()},
+        {astr_table_dev_pin_vec_int_data(), 0, 0, 3, dstr_table_dev_io_standard_enum()},
+    };
+    for (const NAMED& n : named) {
+        SCOPED_TRACE(std::string(n.table.debug_string(n.key)) + " / " + n.values.enum_name());
+        EXPECT_EQ(&n.values, n.table.value_table(n.key, n.row, n.column));
+    }
+    // The generic members of basic info ENUM keys 3 and 4 are 16 and 31.
+    EXPECT_EQ(16, dstr_table_dev_speed_enum().bound_value());
+    EXPECT_EQ(31, dstr_table_dev_pkg_enum().bound_value());
+    // A 2D key names only the column it says; a plain key names nothing.
+    EXPECT_EQ(nullptr, astr_table_dev_basic_info_2d_int_data().value_table(0, 2, 0));
+    EXPECT_EQ(nullptr, astr_table_dev_basic_info_int_data().value_table(DEV_BASIC_INFO_INT_NUM_LABS, -1, -1));
+}
+
+TEST(AttrKeys, PerRecordLookUpAndSymbolicValues) {
+    EXPECT_TRUE(astr_exists_dev_pad_string_data_enum_by_string("STRING_PAD_NAMES"));
+    EXPECT_EQ(DEV_PAD_STRING_PAD_NAMES, astr_get_dev_pad_string_data_enum_by_string("STRING_PAD_NAMES"));
+    // A key name of another kind or record is unknown here.
+    EXPECT_FALSE(astr_exists_dev_pad_string_data_enum_by_string("INT_GLOBAL_ID"));
+    EXPECT_EQ(DEV_PAD_STRING_DATA_MAX, astr_get_dev_pad_string_data_enum_by_string("PAD_NAMES"));
+    EXPECT_EQ(DEV_ROUTING_GLOBAL_2D_INT_DATA_MAX,
+              astr_get_dev_routing_global_2d_int_data_enum_by_string("2D_INT_NOPE"));
+    EXPECT_STREQ("input port type", astr_get_user_string(DEV_PORT_DESC_INT_INPUT_PORT_TYPE));
+
+    // A location key reads and writes the location names; other values stay numbers.
+    const DSTR_ENTRY& lab = dstr_table_dev_location_enum().entry(0);
+    const auto location = static_cast<DEV_LOCATION_DESC_INT_DATA_ENUM>(0);
+    EXPECT_TRUE(astr_exists_enum_data_by_string(location, lab.debug));
+    EXPECT_EQ(lab.value, astr_get_enum_data_by_string(location, lab.debug));
+    EXPECT_EQ(lab.debug, astr_get_enum_data_debug_string(location, lab.value));
+    EXPECT_EQ("-7", astr_get_enum_data_debug_string(location, -7));
+    EXPECT_FALSE(astr_exists_enum_data_by_string(DEV_LOCATION_DESC_INT_NUM_SUB_LOCS, lab.debug));
+    EXPECT_EQ("12", astr_get_enum_data_debug_string(DEV_LOCATION_DESC_INT_NUM_SUB_LOCS, 12));
+
+    // Per row and column: column 1 of the bank VCCIO table holds voltages, column 0 not.
+    const DSTR_ENTRY& volt = dstr_table_dev_voltage_enum().entry(0);
+    EXPECT_TRUE(astr_exists_enum_data_by_string(DEV_BASIC_INFO_2D_INT_IO_BANK_VCCIO, 5, 1, volt.debug));
+    EXPECT_FALSE(astr_exists_enum_data_by_string(DEV_BASIC_INFO_2D_INT_IO_BANK_VCCIO, 5, 0, volt.debug));
+    EXPECT_EQ(volt.debug, astr_get_enum_data_debug_string(DEV_BASIC_INFO_2D_INT_IO_BANK_VCCIO, 0, 1, volt.value));
+    EXPECT_EQ(std::to_string(volt.value),
+              astr_get_enum_data_debug_string(DEV_BASIC_INFO_2D_INT_IO_BANK_VCCIO, 0, 0, volt.value));
+}
+
+TEST(AttrKeys, PowerSuppliesAreNamedThroughTheAttributeTables) {
+    const DSTR_ENTRY& first = dstr_table_dev_power_supply_enum().entry(0);
+    EXPECT_TRUE(astr_exists_dev_power_supply_enum_by_string(first.debug));
+    EXPECT_EQ(first.value, astr_get_dev_power_supply_enum_by_string(first.debug));
+    EXPECT_STREQ(first.user, astr_get_user_string(static_cast<DEV_POWER_SUPPLY_ENUM>(first.value)));
+    EXPECT_STREQ(first.debug, astr_get_debug_string(static_cast<DEV_POWER_SUPPLY_ENUM>(first.value)));
+    EXPECT_FALSE(astr_exists_dev_power_supply_enum_by_string("NO_SUCH_SUPPLY"));
+    EXPECT_EQ(DEV_POWER_SUPPLY_INVALID, astr_get_dev_power_supply_enum_by_string("NO_SUCH_SUPPLY"));
+}
+
+}  // namespace
