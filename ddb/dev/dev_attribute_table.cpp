@@ -1,0 +1,5 @@
+#include "dev_attribute_table.h"
+
+void dev_report_invalid_2d_int_string(const std::string& text) {
+    DEV_INTERNAL_ERROR("Invalid string for DEV_2D_INT_ARRAY: " + text);
+}

@@ -1,0 +1,201 @@
+// Typed attribute tables: the per-kind value arrays (BOOL, INT, ENUM, STRING, 2D_INT,
+// VEC_INT, VEC_DOUBLE, VEC_STRING) that every data record keeps, indexed by the record's
+// key enumeration DEV_<R>_<K>_DATA_ENUM, each with one validity bit per key.
+//
+// A record declares its kinds by naming its key enumerations:
+//   class DEV_IO_RULE_BODY : public DEV_ATTRIBUTE_TABLE<DEV_IO_RULE_BOOL_DATA_ENUM,
+//       DEV_IO_RULE_INT_DATA_ENUM, DEV_IO_RULE_STRING_DATA_ENUM> { ... };
+// and gets, per kind k, set_<k>_data, is_valid_<k>_enum, get_<k>_data (reporting and
+// non-reporting forms) and the members m_<k>_data / m_<k>_enum_is_valid. Wrapping a key
+// enumeration in DEV_SET_ONCE<...> makes its setter report a second setting of a key.
+// All report texts name the record's own bound; they come from ASTR_KEY_TRAITS.
+#ifndef VELCORA_DEV_ATTRIBUTE_TABLE_H
+#define VELCORA_DEV_ATTRIBUTE_TABLE_H
+
+#include <string>
+#include <vector>
+
+#include "dev_utility.h"
+#include "host/astr.h"
+#include "host/msg.h"
+#include "host/vtl_bool_vector.h"
+
+typedef std::vector<int> DEV_INT_VECTOR;
+typedef std::vector<double> DEV_DOUBLE_VECTOR;
+typedef std::vector<std::string> DEV_STRING_VECTOR;
+
+// Range checks of one key enumeration. Keys compare unsigned, so negative keys are out.
+template <typename KEY>
+struct DEV_ATTRIBUTE_KEY {
+    typedef ASTR_KEY_TRAITS<KEY> TRAITS;
+    static_assert(TRAITS::is_key, "not an attribute key enumeration");
+    static constexpr int MAX = TRAITS::MAX;
+    static bool in_range(int key) { return static_cast<unsigned>(key) < static_cast<unsigned>(MAX); }
+    // Reports "key >= 0 && key < DEV_<R>_<K>_DATA_MAX" for a key out of range.
+    static bool check_range(int key) {
+        if (in_range(key)) return true;
+        DEV_INTERNAL_ERROR(TRAITS::range_text);
+        return false;
+    }
+};
+
+// The default of a slot: what an unset key holds and what a bad read returns.
+template <typename VALUE>
+const VALUE& dev_attribute_default() {
+    static const VALUE value{};
+    return value;
+}
+
+// Slot access, the same for bit vectors and value vectors.
+inline bool dev_attribute_slot(const VTL_BOOL_VECTOR& slots, int key) { return slots.get_value(key); }
+inline void dev_attribute_store(VTL_BOOL_VECTOR& slots, int key, bool value) { slots.set_value(key, value); }
+template <typename VALUE>
+const VALUE& dev_attribute_slot(const std::vector<VALUE>& slots, int key) { return slots[key]; }
+template <typename VALUE>
+void dev_attribute_store(std::vector<VALUE>& slots, int key, const VALUE& value) { slots[key] = value; }
+
+// Generic access to one kind, dispatching to the record's own named members (so a record
+// that redefines, say, get_bool_data is served by its own version).
+template <ASTR_KIND KIND>
+struct DEV_ATTRIBUTE_ACCESS;
+
+// Defines the kind table CLASS<KEY, SET_ONCE> and DEV_ATTRIBUTE_ACCESS<KIND>. VALUE is
+// the stored type, RESULT what the reporting getter returns, STORE the value array.
+#define DEV_ATTRIBUTE_KIND(CLASS, KIND, k, VALUE, RESULT, STORE)                                 \
+    template <typename KEY, bool SET_ONCE = false>                                               \
+    class CLASS {                                                                                \
+        typedef DEV_ATTRIBUTE_KEY<KEY> KEYS;                                                     \
+                                                                                                 \
+    public:                                                                                      \
+        CLASS() : m_##k##_data(KEYS::MAX), m_##k##_enum_is_valid(KEYS::MAX) {}                   \
+                                                                                                 \
+        void set_##k##_data(KEY key, const VALUE& value) {                                       \
+            if (!KEYS::check_range(key)) return;                                                 \
+            if (SET_ONCE)                                                                        \
+                DEV_ASSERT_TEXT(!this->m_##k##_enum_is_valid.get_value(key),                     \
+                                "!this->m_" #k "_enum_is_valid.get_value(key)");                 \
+            dev_attribute_store(m_##k##_data, key, value);                                       \
+            m_##k##_enum_is_valid.set_value(key, true);                                          \
+        }                                                                                        \
+        bool is_valid_##k##_enum(KEY key) const {                                                \
+            return KEYS::in_range(key) && m_##k##_enum_is_valid.get_value(key);                  \
+        }                                                                                        \
+        RESULT get_##k##_data(KEY key) const {                                                   \
+            if (!KEYS::check_range(key)) return dev_attribute_default<VALUE>();                  \
+            DEV_ASSERT_TEXT(this->is_valid_##k##_enum(key), "this->is_valid_" #k "_enum(key)");  \
+            return dev_attribute_slot(m_##k##_data, key);                                        \
+        }                                                                                        \
+        bool get_##k##_data(KEY key, VALUE* value) const {                                       \
+            if (!is_valid_##k##_enum(key) || !value) return false;                               \
+            *value = dev_attribute_slot(m_##k##_data, key);                                      \
+            return true;                                                                         \
+        }                                                                                        \
+                                                                                                 \
+    protected:                                                                                   \
+        STORE m_##k##_data;                                                                      \
+        VTL_BOOL_VECTOR m_##k##_enum_is_valid;                                                   \
+    };                                                                                           \
+                                                                                                 \
+    template <>                                                                                  \
+    struct DEV_ATTRIBUTE_ACCESS<KIND> {                                                          \
+        typedef VALUE value_type;                                                                \
+        template <typename RECORD, typename KEY>                                                 \
+        static bool is_valid(const RECORD& record, KEY key) {                                    \
+            return record.is_valid_##k##_enum(key);                                              \
+        }                                                                                        \
+        template <typename RECORD, typename KEY>                                                 \
+        static RESULT get(const RECORD& record, KEY key) {                                       \
+            return record.get_##k##_data(key);                                                   \
+        }                                                                                        \
+        template <typename RECORD, typename KEY>                                                 \
+        static void set(RECORD& record, KEY key, const VALUE& value) {                           \
+            record.set_##k##_data(key, value);                                                   \
+        }                                                                                        \
+    };
+
+DEV_ATTRIBUTE_KIND(DEV_BOOL_ATTRIBUTES, ASTR_KIND_BOOL, bool, bool, bool, VTL_BOOL_VECTOR)
+DEV_ATTRIBUTE_KIND(DEV_INT_ATTRIBUTES, ASTR_KIND_INT, int, int, int, std::vector<int>)
+DEV_ATTRIBUTE_KIND(DEV_ENUM_ATTRIBUTES, ASTR_KIND_ENUM, enum, int, int, std::vector<int>)
+DEV_ATTRIBUTE_KIND(DEV_STRING_ATTRIBUTES, ASTR_KIND_STRING, string, std::string, const std::string&,
+                   std::vector<std::string>)
+DEV_ATTRIBUTE_KIND(DEV_2D_INT_BASE_ATTRIBUTES, ASTR_KIND_2D_INT, 2d_int, DEV_2D_INT_ARRAY,
+                   const DEV_2D_INT_ARRAY&, std::vector<DEV_2D_INT_ARRAY>)
+DEV_ATTRIBUTE_KIND(DEV_VEC_INT_ATTRIBUTES, ASTR_KIND_VEC_INT, vec_int, DEV_INT_VECTOR,
+                   const DEV_INT_VECTOR&, std::vector<DEV_INT_VECTOR>)
+DEV_ATTRIBUTE_KIND(DEV_VEC_DOUBLE_ATTRIBUTES, ASTR_KIND_VEC_DOUBLE, vec_double, DEV_DOUBLE_VECTOR,
+                   const DEV_DOUBLE_VECTOR&, std::vector<DEV_DOUBLE_VECTOR>)
+DEV_ATTRIBUTE_KIND(DEV_VEC_STRING_ATTRIBUTES, ASTR_KIND_VEC_STRING, vec_string, DEV_STRING_VECTOR,
+                   const DEV_STRING_VECTOR&, std::vector<DEV_STRING_VECTOR>)
+#undef DEV_ATTRIBUTE_KIND
+
+// Reports a 2D text that does not parse ("Invalid string for DEV_2D_INT_ARRAY: %s").
+void dev_report_invalid_2d_int_string(const std::string& text);
+
+// The 2D kind adds the setter from text.
+template <typename KEY, bool SET_ONCE = false>
+class DEV_2D_INT_ATTRIBUTES : public DEV_2D_INT_BASE_ATTRIBUTES<KEY, SET_ONCE> {
+public:
+    // Parses `text` as a 2D array ({{1, 2}, {3}}, symbolic names of the key allowed); on
+    // success stores it and sets the key's bit, else reports and leaves the slot alone.
+    bool set_2d_int_data_from_string(KEY key, const std::string& text) {
+        DEV_2D_INT_ARRAY value;
+        if (!dev_string_to_2d_int(ASTR_KEY_TRAITS<KEY>::table(), key, text, &value)) {
+            dev_report_invalid_2d_int_string(text);
+            return false;
+        }
+        this->set_2d_int_data(key, value);
+        return true;
+    }
+};
+
+// The kind table class of each kind.
+template <ASTR_KIND KIND, typename KEY, bool SET_ONCE>
+struct DEV_ATTRIBUTE_KIND_CLASS;
+#define DEV_ATTRIBUTE_KIND_CLASS_OF(KIND, CLASS)               \
+    template <typename KEY, bool SET_ONCE>                     \
+    struct DEV_ATTRIBUTE_KIND_CLASS<KIND, KEY, SET_ONCE> {     \
+        typedef CLASS<KEY, SET_ONCE> type;                     \
+    };
+DEV_ATTRIBUTE_KIND_CLASS_OF(ASTR_KIND_BOOL, DEV_BOOL_ATTRIBUTES)
+DEV_ATTRIBUTE_KIND_CLASS_OF(ASTR_KIND_INT, DEV_INT_ATTRIBUTES)
+DEV_ATTRIBUTE_KIND_CLASS_OF(ASTR_KIND_ENUM, DEV_ENUM_ATTRIBUTES)
+DEV_ATTRIBUTE_KIND_CLASS_OF(ASTR_KIND_STRING, DEV_STRING_ATTRIBUTES)
+DEV_ATTRIBUTE_KIND_CLASS_OF(ASTR_KIND_2D_INT, DEV_2D_INT_ATTRIBUTES)
+DEV_ATTRIBUTE_KIND_CLASS_OF(ASTR_KIND_VEC_INT, DEV_VEC_INT_ATTRIBUTES)
+DEV_ATTRIBUTE_KIND_CLASS_OF(ASTR_KIND_VEC_DOUBLE, DEV_VEC_DOUBLE_ATTRIBUTES)
+DEV_ATTRIBUTE_KIND_CLASS_OF(ASTR_KIND_VEC_STRING, DEV_VEC_STRING_ATTRIBUTES)
+#undef DEV_ATTRIBUTE_KIND_CLASS_OF
+
+// Marks a key enumeration whose keys may be set only once.
+template <typename KEY>
+struct DEV_SET_ONCE {};
+
+template <typename KEY>
+struct DEV_ATTRIBUTE_KEY_OF {
+    typedef KEY key;
+    static constexpr bool set_once = false;
+};
+template <typename KEY>
+struct DEV_ATTRIBUTE_KEY_OF<DEV_SET_ONCE<KEY>> {
+    typedef KEY key;
+    static constexpr bool set_once = true;
+};
+
+// The table of one declared key enumeration (possibly wrapped in DEV_SET_ONCE).
+template <typename DECL>
+using DEV_ATTRIBUTE_KIND_TABLE = typename DEV_ATTRIBUTE_KIND_CLASS<
+    ASTR_KEY_TRAITS<typename DEV_ATTRIBUTE_KEY_OF<DECL>::key>::kind,
+    typename DEV_ATTRIBUTE_KEY_OF<DECL>::key, DEV_ATTRIBUTE_KEY_OF<DECL>::set_once>::type;
+
+// The key enumerations of a record, in declaration order.
+template <typename... KEYS>
+struct DEV_ATTRIBUTE_KEY_LIST {};
+
+// A record's attribute tables: one kind table per declared key enumeration.
+template <typename... DECLS>
+class DEV_ATTRIBUTE_TABLE : public DEV_ATTRIBUTE_KIND_TABLE<DECLS>... {
+public:
+    typedef DEV_ATTRIBUTE_KEY_LIST<typename DEV_ATTRIBUTE_KEY_OF<DECLS>::key...> attribute_keys;
+};
+
+#endif
