@@ -112,28 +112,30 @@ TEST(EnumValues, DenseRangesAreValidExactlyInside) {
     }
 }
 
-TEST(EnumValues, FamilyTraitsHaveTheNamedValuesAndRefuseTheGaps) {
-    EXPECT_STREQ(dstr_get_debug_string(DEV_FAMILY_TRAIT_NOT_LISTED), "NOT_LISTED");
-    EXPECT_STREQ(dstr_get_debug_string(DEV_FAMILY_TRAIT_NO_COMPILER_SUPPORT), "NO_COMPILER_SUPPORT");
-    EXPECT_STREQ(dstr_get_debug_string(DEV_FAMILY_TRAIT_NOT_INSTALLED), "NOT_INSTALLED");
-    EXPECT_STREQ(dstr_get_debug_string(DEV_FAMILY_TRAIT_FITTER_ECO), "FITTER_ECO");
-    for (int v : {4, 5, 7, 8, 9, 13, 18, 23, 41, 51, 151})
-        EXPECT_TRUE(dstr_is_valid_dev_family_trait_enum(v)) << v;
+TEST(EnumValues, TraitNamesAndFamilyTraitGaps) {
+    // The names the reports print for these traits.
+    const struct {
+        const DSTR_TABLE& table;
+        int value;
+        const char* name;
+    } named[] = {{dstr_table_dev_family_trait_enum(), 4, "NOT_LISTED"},
+                 {dstr_table_dev_family_trait_enum(), 5, "NO_COMPILER_SUPPORT"},
+                 {dstr_table_dev_family_trait_enum(), 7, "NOT_INSTALLED"},
+                 {dstr_table_dev_family_trait_enum(), 51, "FITTER_ECO"},
+                 {dstr_table_dev_part_trait_enum(), 4, "NO_POF"},
+                 {dstr_table_dev_part_trait_enum(), 7, "NOT_LISTED"},
+                 {dstr_table_dev_part_trait_enum(), 9, "NO_PIN_OUT"},
+                 {dstr_table_dev_part_trait_enum(), 18, "ADVANCED_INFO"}};
+    for (const auto& n : named) EXPECT_STREQ(n.table.debug_string(n.value), n.name) << n.value;
+    for (int v : {8, 9, 13, 18, 23, 41, 151}) EXPECT_TRUE(dstr_is_valid_dev_family_trait_enum(v)) << v;
     for (int v : {-1, 0, 162, 163}) EXPECT_FALSE(dstr_is_valid_dev_family_trait_enum(v)) << v;
     int gaps = 0;
     for (int v = 1; v < 162; ++v) {
-        bool named = *dstr_get_debug_string(static_cast<DEV_FAMILY_TRAIT_ENUM>(v)) != '\0';
-        EXPECT_EQ(dstr_is_valid_dev_family_trait_enum(v), named) << v;
-        gaps += !named;
+        bool named_value = *dstr_get_debug_string(static_cast<DEV_FAMILY_TRAIT_ENUM>(v)) != '\0';
+        EXPECT_EQ(dstr_is_valid_dev_family_trait_enum(v), named_value) << v;
+        gaps += !named_value;
     }
     EXPECT_GT(gaps, 0);
-}
-
-TEST(EnumValues, PartTraitsNamedBySpecification) {
-    EXPECT_STREQ(dstr_get_debug_string(DEV_PART_TRAIT_NO_POF), "NO_POF");
-    EXPECT_STREQ(dstr_get_debug_string(DEV_PART_TRAIT_NOT_LISTED), "NOT_LISTED");
-    EXPECT_STREQ(dstr_get_debug_string(DEV_PART_TRAIT_NO_PIN_OUT), "NO_PIN_OUT");
-    EXPECT_STREQ(dstr_get_debug_string(DEV_PART_TRAIT_ADVANCED_INFO), "ADVANCED_INFO");
 }
 
 TEST(EnumValues, VoltageMillivolts) {
