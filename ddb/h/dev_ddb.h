@@ -3,6 +3,8 @@
 #define VELCORA_DEV_DDB_H
 
 #include "dev_archive_export.h"
+#include "dev_element_code.h"
+#include "dev_enum_flag.h"
 #include "dev_utility.h"
 
 #endif
