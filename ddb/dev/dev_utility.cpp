@@ -122,11 +122,13 @@ void DEV_REGEXP::pattern(const std::string& p, bool translate) {
 }
 
 bool DEV_REGEXP::match(const std::string& s, size_t begin, size_t end) {
-    // The copy keeps the group texts valid after the caller's string changes; assign
-    // reuses the member's capacity, so steady-state parsing does not allocate.
+    // The stored copy keeps the group texts valid after the caller's string changes. Only
+    // a successful match has groups to cut, so the copy is taken then: parsers try several
+    // patterns per line and most attempts fail. assign reuses the member's capacity.
+    m_characters_matched = m_regexp.match(s.data(), begin, end, s.size());
+    if (m_characters_matched == -1) return false;
     m_subject.assign(s);
-    m_characters_matched = m_regexp.match(m_subject.data(), begin, end, m_subject.size());
-    return m_characters_matched != -1;
+    return true;
 }
 
 VTL_RANGE DEV_REGEXP::search_range(const std::string& s, size_t begin, size_t end) {
