@@ -23,7 +23,7 @@ pcre2_match_context* shared_match_context() {
     return ctx;
 }
 
-pcre2_code* compile(const std::string& text, uint32_t options, bool report) {
+pcre2_code* compile(const std::string& text, uint32_t options, bool report, bool* jit = nullptr) {
     int error = 0;
     PCRE2_SIZE offset = 0;
     pcre2_code* code = pcre2_compile(reinterpret_cast<PCRE2_SPTR>(text.data()), text.size(),
@@ -38,7 +38,9 @@ pcre2_code* compile(const std::string& text, uint32_t options, bool report) {
         }
         return nullptr;
     }
-    pcre2_jit_compile(code, PCRE2_JIT_COMPLETE);  // falls back to the interpreter when refused
+    // Falls back to the interpreter when refused.
+    bool jit_ok = pcre2_jit_compile(code, PCRE2_JIT_COMPLETE) == 0;
+    if (jit) *jit = jit_ok;
     return code;
 }
 
@@ -49,6 +51,7 @@ struct VTL_REGEXP::CODE {
     pcre2_code* anchored = nullptr;
     pcre2_code* unanchored = nullptr;
     bool valid = false;
+    bool anchored_jit = false;  // the anchored code runs through the JIT fast path
     uint32_t capture_count = 0;
     ~CODE() {
         pcre2_code_free(anchored);
@@ -87,7 +90,7 @@ void VTL_REGEXP::alloc_match_data() {
 bool VTL_REGEXP::pattern(const std::string& text, bool /*extended*/) {
     auto code = std::make_shared<CODE>();
     code->text = text;
-    code->anchored = compile(text, PCRE2_ANCHORED, true);
+    code->anchored = compile(text, PCRE2_ANCHORED, true, &code->anchored_jit);
     code->valid = code->anchored != nullptr;
     if (code->valid) pcre2_pattern_info(code->anchored, PCRE2_INFO_CAPTURECOUNT, &code->capture_count);
     m_code = code;
@@ -104,14 +107,18 @@ bool VTL_REGEXP::is_valid() const { return m_code && m_code->valid; }
 
 int VTL_REGEXP::match(const char* subject, size_t begin, size_t end, size_t subject_length) {
     m_matched = false;
-    if (!is_valid() || !subject) return -1;
+    // Per-line hot path: the code is tested directly, and JIT-compiled code is run through
+    // pcre2_jit_match, which skips the argument checks that are made here already.
+    if (!m_code || !m_code->valid || !subject) return -1;
     size_t length = subject_length;
     if (length == VTL_RANGE::npos) length = std::char_traits<char>::length(subject);
     if (end == VTL_RANGE::npos || end > length) end = length;
     if (begin > end) return -1;
     auto* md = static_cast<pcre2_match_data*>(m_match_data);
-    int rc = pcre2_match(m_code->anchored, reinterpret_cast<PCRE2_SPTR>(subject), end, begin, 0, md,
-                         shared_match_context());
+    auto* s = reinterpret_cast<PCRE2_SPTR>(subject);
+    int rc = m_code->anchored_jit
+                 ? pcre2_jit_match(m_code->anchored, s, end, begin, 0, md, shared_match_context())
+                 : pcre2_match(m_code->anchored, s, end, begin, 0, md, shared_match_context());
     if (rc < 0) return -1;
     m_matched = true;
     PCRE2_SIZE* ov = pcre2_get_ovector_pointer(md);
