@@ -128,7 +128,4 @@ inline bool DEV_ARCHIVE::getline(std::string& line, char delimiter, bool keep_de
     return getline_across_blocks(line, delimiter, keep_delimiter);
 }
 
-// The element code stored in ".ddb" files is the element code itself.
-inline int dev_get_ddb_code_by_element(int code) { return code; }
-
 #endif
