@@ -1,7 +1,8 @@
 #include "host/astr_key_table.h"
 
+#include <cstring>
+
 #include "host/dstr_table.h"
-#include "host/vtl_hash.h"
 
 const char* astr_kind_prefix(ASTR_KIND kind) {
     static const char* const prefixes[ASTR_KIND_COUNT] = {
@@ -9,34 +10,54 @@ const char* astr_kind_prefix(ASTR_KIND kind) {
     return static_cast<unsigned>(kind) < ASTR_KIND_COUNT ? prefixes[kind] : "";
 }
 
-struct ASTR_KEY_TABLE::INDEX {
-    VTL_HASH<std::string, int> by_name;
-    explicit INDEX(size_t n) : by_name(n * 2 + 1) {}
-};
-
 ASTR_KEY_TABLE::ASTR_KEY_TABLE(const char* enum_name, const char* bound_name, ASTR_KIND kind,
                                const ASTR_KEY_ENTRY* entries, int count)
     : m_enum_name(enum_name), m_bound_name(bound_name), m_kind(kind), m_entries(entries),
-      m_count(count) {}
-
-ASTR_KEY_TABLE::~ASTR_KEY_TABLE() = default;
-
-const ASTR_KEY_TABLE::INDEX& ASTR_KEY_TABLE::index() const {
-    if (!m_index) {
-        auto idx = std::make_unique<INDEX>(static_cast<size_t>(m_count));
-        for (int i = 0; i < m_count; ++i) idx->by_name.insert(m_entries[i].debug, i);
-        m_index = std::move(idx);
+      m_count(count) {
+    size_t size = 4;
+    while (size < static_cast<size_t>(count) * 2) size *= 2;
+    m_slots.assign(size, -1);
+    m_mask = size - 1;
+    m_lengths.resize(static_cast<size_t>(count));
+    for (int key = 0; key < count; ++key) {
+        const size_t length = std::strlen(entries[key].debug);
+        m_lengths[key] = static_cast<uint32_t>(length);
+        size_t slot = hash(entries[key].debug, length) & m_mask;
+        while (m_slots[slot] >= 0) slot = (slot + 1) & m_mask;
+        m_slots[slot] = key;
     }
-    return *m_index;
+}
+
+// Eight bytes at a time, each word mixed in by a multiply; key names are short.
+uint64_t ASTR_KEY_TABLE::hash(const char* text, size_t length) {
+    const uint64_t mul = 0x9E3779B97F4A7C15ULL;
+    uint64_t h = length * mul;
+    size_t i = 0;
+    for (; i + 8 <= length; i += 8) {
+        uint64_t word;
+        std::memcpy(&word, text + i, 8);
+        h = (h ^ word) * mul;
+        h ^= h >> 32;
+    }
+    uint64_t tail = 0;
+    for (size_t shift = 0; i < length; ++i, shift += 8)
+        tail |= static_cast<uint64_t>(static_cast<unsigned char>(text[i])) << shift;
+    h = (h ^ tail) * mul;
+    return h ^ (h >> 29);
 }
 
 bool ASTR_KEY_TABLE::exists_by_string(const std::string& name) const {
-    return index().by_name.contains(name);
+    return get_by_string(name) < m_count;
 }
 
 int ASTR_KEY_TABLE::get_by_string(const std::string& name) const {
-    const int* key = index().by_name.find(name);
-    return key ? *key : m_count;
+    const size_t length = name.size();
+    for (size_t slot = hash(name.data(), length) & m_mask;; slot = (slot + 1) & m_mask) {
+        const int key = m_slots[slot];
+        if (key < 0) return m_count;
+        if (m_lengths[key] == length && std::memcmp(m_entries[key].debug, name.data(), length) == 0)
+            return key;
+    }
 }
 
 const char* ASTR_KEY_TABLE::debug_string(int key) const {

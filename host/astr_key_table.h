@@ -1,8 +1,9 @@
 // Runtime form of one attribute-key table: the keys of one record and one value kind
 // (for example the INT keys of basic info), each with its enumerator name, its debug
 // string (the key as data files write it, kind prefix included), its user string and the
-// enumeration, if any, whose names its values may take. Look-up by name goes through a
-// hash index built on first use, never a scan. The table is also the symbolic value-name
+// enumeration, if any, whose names its values may take. Look-up by name goes through an
+// open-addressing hash index built with the table, never a scan: every attribute line of
+// every data file is looked up here. The table is also the symbolic value-name
 // instance (ASTR_VALUE_NAMES) that the value converters of its key kind read.
 //
 // Every table is expanded from one X-macro file per record and kind under host/tables/
@@ -11,8 +12,9 @@
 #ifndef VELCORA_HOST_ASTR_KEY_TABLE_H
 #define VELCORA_HOST_ASTR_KEY_TABLE_H
 
-#include <memory>
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "host/astr_value_names.h"
 
@@ -50,7 +52,6 @@ class ASTR_KEY_TABLE : public ASTR_VALUE_NAMES {
 public:
     ASTR_KEY_TABLE(const char* enum_name, const char* bound_name, ASTR_KIND kind,
                    const ASTR_KEY_ENTRY* entries, int count);
-    ~ASTR_KEY_TABLE() override;
     ASTR_KEY_TABLE(const ASTR_KEY_TABLE&) = delete;
     ASTR_KEY_TABLE& operator=(const ASTR_KEY_TABLE&) = delete;
 
@@ -80,14 +81,16 @@ public:
     std::string get_enum_data_name(int key, int row, int column, int value) const override;
 
 private:
-    struct INDEX;
+    static uint64_t hash(const char* text, size_t length);
+
     const char* m_enum_name;
     const char* m_bound_name;
     ASTR_KIND m_kind;
     const ASTR_KEY_ENTRY* m_entries;
     int m_count;
-    mutable std::unique_ptr<INDEX> m_index;
-    const INDEX& index() const;
+    std::vector<uint32_t> m_lengths;  // of the debug strings
+    std::vector<int> m_slots;         // key or -1; a power of two at most half full
+    size_t m_mask;
 };
 
 // Compile-time facts of a key enumeration; specialised for every DEV_<R>_<K>_DATA_ENUM:

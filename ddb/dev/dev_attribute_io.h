@@ -17,6 +17,7 @@
 #define VELCORA_DEV_ATTRIBUTE_IO_H
 
 #include <string>
+#include <utility>
 
 #include "dev_attribute_syntax.h"
 #include "dev_attribute_table.h"
@@ -64,7 +65,7 @@ DEV_ATTRIBUTE_STATUS dev_attribute_apply(const DEV_ATTRIBUTE_SYNTAX& syntax, REC
     KEY key;
     DEV_ATTRIBUTE_VALUE<KEY> value{};
     if (!dev_attribute_parse(syntax, &key, &value, message)) return DEV_ATTRIBUTE_ERROR;
-    DEV_ATTRIBUTE_ACCESS<ASTR_KEY_TRAITS<KEY>::kind>::set(record, key, value);
+    DEV_ATTRIBUTE_ACCESS<ASTR_KEY_TRAITS<KEY>::kind>::set(record, key, std::move(value));
     if (key_out) *key_out = key;
     return DEV_ATTRIBUTE_STORED;
 }
@@ -79,22 +80,25 @@ DEV_ATTRIBUTE_STATUS dev_attribute_read(DEV_ATTRIBUTE_SYNTAX& syntax, const std:
 
 namespace dev_attribute_detail {
 
+template <typename KEY, typename RECORD, typename NEXT_LINE>
+DEV_ATTRIBUTE_STATUS read_kind(DEV_ATTRIBUTE_SYNTAX& syntax, const std::string& line, RECORD& record,
+                               std::string* message, NEXT_LINE& next_line, std::string* pending,
+                               bool* has_pending) {
+    if (!syntax.match(ASTR_KEY_TRAITS<KEY>::kind, line)) return DEV_ATTRIBUTE_NO_MATCH;
+    if (ASTR_KEY_TRAITS<KEY>::kind == ASTR_KIND_2D_INT) *has_pending = syntax.gather_2d_value(next_line, pending);
+    return dev_attribute_apply<KEY>(syntax, record, message);
+}
+
+// The keys are listed in kind order (DEV_ATTRIBUTE_TABLE asserts it): the first kind
+// whose pattern matches takes the line.
 template <typename RECORD, typename NEXT_LINE, typename... KEYS>
 DEV_ATTRIBUTE_STATUS read_any(DEV_ATTRIBUTE_SYNTAX& syntax, const std::string& line, RECORD& record,
                               std::string* message, NEXT_LINE& next_line, std::string* pending,
                               bool* has_pending, DEV_ATTRIBUTE_KEY_LIST<KEYS...>) {
     DEV_ATTRIBUTE_STATUS status = DEV_ATTRIBUTE_NO_MATCH;
-    for (int kind = 0; kind < ASTR_KIND_COUNT && status == DEV_ATTRIBUTE_NO_MATCH; ++kind) {
-        auto try_key = [&](auto tag) {
-            typedef decltype(tag) KEY;
-            if (status != DEV_ATTRIBUTE_NO_MATCH || ASTR_KEY_TRAITS<KEY>::kind != kind) return;
-            if (!syntax.match(ASTR_KEY_TRAITS<KEY>::kind, line)) return;
-            if (ASTR_KEY_TRAITS<KEY>::kind == ASTR_KIND_2D_INT)
-                *has_pending = syntax.gather_2d_value(next_line, pending);
-            status = dev_attribute_apply<KEY>(syntax, record, message);
-        };
-        (try_key(KEYS{}), ...);
-    }
+    (void)(((status = read_kind<KEYS>(syntax, line, record, message, next_line, pending, has_pending)) !=
+            DEV_ATTRIBUTE_NO_MATCH) ||
+           ...);
     return status;
 }
 
@@ -142,9 +146,7 @@ void dev_attribute_write(const RECORD& record, const char* indent, std::string* 
 template <typename RECORD, typename... KEYS>
 void dev_attribute_detail::write_all(const RECORD& record, const char* indent, std::string* out,
                                      DEV_ATTRIBUTE_KEY_LIST<KEYS...>) {
-    for (int kind = 0; kind < ASTR_KIND_COUNT; ++kind)
-        ((ASTR_KEY_TRAITS<KEYS>::kind == kind ? dev_attribute_write_kind<KEYS>(record, indent, out) : void()),
-         ...);
+    (dev_attribute_write_kind<KEYS>(record, indent, out), ...);
 }
 
 #endif

@@ -172,20 +172,26 @@ bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::
 
 bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
                              std::vector<int>* value) {
-    static DEV_TOKENIZER tokenizer;
+    // Tokens end at braces, commas and blanks; scanned in place, only names are copied.
     static std::string token;
     value->clear();
-    tokenizer.init(text, "{}, ", false, false);
-    while (tokenizer.get_token(token)) {
+    const char* p = text.c_str();
+    for (;;) {
+        while (*p == '{' || *p == '}' || *p == ',' || *p == ' ') ++p;
+        if (!*p) return true;
+        const char* begin = p;
+        bool integer = true;
+        for (; *p && *p != '{' && *p != '}' && *p != ',' && *p != ' '; ++p)
+            integer = integer && ((*p >= '0' && *p <= '9') || *p == '-');
+        if (integer) {
+            value->push_back(std::atoi(begin));  // atoi stops at the delimiter
+            continue;
+        }
+        token.assign(begin, p);
         const int position = static_cast<int>(value->size());
-        if (dev_string_is_integer(token))
-            value->push_back(std::atoi(token.c_str()));
-        else if (names.exists_enum_data_by_string(key, 0, position, token))
-            value->push_back(names.get_enum_data_by_string(key, 0, position, token));
-        else
-            return false;
+        if (!names.exists_enum_data_by_string(key, 0, position, token)) return false;
+        value->push_back(names.get_enum_data_by_string(key, 0, position, token));
     }
-    return true;
 }
 
 bool dev_attribute_from_text(const ASTR_VALUE_NAMES&, int, const std::string& text,

@@ -13,6 +13,7 @@
 #define VELCORA_DEV_ATTRIBUTE_TABLE_H
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "dev_utility.h"
@@ -51,8 +52,8 @@ inline bool dev_attribute_slot(const VTL_BOOL_VECTOR& slots, int key) { return s
 inline void dev_attribute_store(VTL_BOOL_VECTOR& slots, int key, bool value) { slots.set_value(key, value); }
 template <typename VALUE>
 const VALUE& dev_attribute_slot(const std::vector<VALUE>& slots, int key) { return slots[key]; }
-template <typename VALUE>
-void dev_attribute_store(std::vector<VALUE>& slots, int key, const VALUE& value) { slots[key] = value; }
+template <typename VALUE, typename V>
+void dev_attribute_store(std::vector<VALUE>& slots, int key, V&& value) { slots[key] = std::forward<V>(value); }
 
 // Generic access to one kind, dispatching to the record's own named members (so a record
 // that redefines, say, get_bool_data is served by its own version).
@@ -69,14 +70,8 @@ struct DEV_ATTRIBUTE_ACCESS;
     public:                                                                                      \
         CLASS() : m_##k##_data(KEYS::MAX), m_##k##_enum_is_valid(KEYS::MAX) {}                   \
                                                                                                  \
-        void set_##k##_data(KEY key, const VALUE& value) {                                       \
-            if (!KEYS::check_range(key)) return;                                                 \
-            if (SET_ONCE)                                                                        \
-                DEV_ASSERT_TEXT(!this->m_##k##_enum_is_valid.get_value(key),                     \
-                                "!this->m_" #k "_enum_is_valid.get_value(key)");                 \
-            dev_attribute_store(m_##k##_data, key, value);                                       \
-            m_##k##_enum_is_valid.set_value(key, true);                                          \
-        }                                                                                        \
+        void set_##k##_data(KEY key, const VALUE& value) { store(key, value); }                  \
+        void set_##k##_data(KEY key, VALUE&& value) { store(key, std::move(value)); }            \
         bool is_valid_##k##_enum(KEY key) const {                                                \
             return KEYS::in_range(key) && m_##k##_enum_is_valid.get_value(key);                  \
         }                                                                                        \
@@ -94,6 +89,17 @@ struct DEV_ATTRIBUTE_ACCESS;
     protected:                                                                                   \
         STORE m_##k##_data;                                                                      \
         VTL_BOOL_VECTOR m_##k##_enum_is_valid;                                                   \
+                                                                                                 \
+    private:                                                                                     \
+        template <typename V>                                                                    \
+        void store(KEY key, V&& value) {                                                         \
+            if (!KEYS::check_range(key)) return;                                                 \
+            if (SET_ONCE)                                                                        \
+                DEV_ASSERT_TEXT(!this->m_##k##_enum_is_valid.get_value(key),                     \
+                                "!this->m_" #k "_enum_is_valid.get_value(key)");                 \
+            dev_attribute_store(m_##k##_data, key, std::forward<V>(value));                      \
+            m_##k##_enum_is_valid.set_value(key, true);                                          \
+        }                                                                                        \
     };                                                                                           \
                                                                                                  \
     template <>                                                                                  \
@@ -107,9 +113,9 @@ struct DEV_ATTRIBUTE_ACCESS;
         static RESULT get(const RECORD& record, KEY key) {                                       \
             return record.get_##k##_data(key);                                                   \
         }                                                                                        \
-        template <typename RECORD, typename KEY>                                                 \
-        static void set(RECORD& record, KEY key, const VALUE& value) {                           \
-            record.set_##k##_data(key, value);                                                   \
+        template <typename RECORD, typename KEY, typename V>                                     \
+        static void set(RECORD& record, KEY key, V&& value) {                                    \
+            record.set_##k##_data(key, std::forward<V>(value));                                  \
         }                                                                                        \
     };
 
@@ -191,9 +197,22 @@ using DEV_ATTRIBUTE_KIND_TABLE = typename DEV_ATTRIBUTE_KIND_CLASS<
 template <typename... KEYS>
 struct DEV_ATTRIBUTE_KEY_LIST {};
 
-// A record's attribute tables: one kind table per declared key enumeration.
+template <typename... KEYS>
+constexpr bool dev_attribute_kinds_in_order() {
+    const int kinds[] = {-1, ASTR_KEY_TRAITS<KEYS>::kind...};
+    for (size_t i = 1; i < sizeof(kinds) / sizeof(kinds[0]); ++i)
+        if (kinds[i] <= kinds[i - 1]) return false;
+    return true;
+}
+
+// A record's attribute tables: one kind table per declared key enumeration. The kinds
+// are declared in dump order (BOOL, INT, ENUM, STRING, 2D_INT, VEC_INT, VEC_DOUBLE,
+// VEC_STRING), each at most once.
 template <typename... DECLS>
 class DEV_ATTRIBUTE_TABLE : public DEV_ATTRIBUTE_KIND_TABLE<DECLS>... {
+    static_assert(dev_attribute_kinds_in_order<typename DEV_ATTRIBUTE_KEY_OF<DECLS>::key...>(),
+                  "declare the key enumerations once per kind, in dump order");
+
 public:
     typedef DEV_ATTRIBUTE_KEY_LIST<typename DEV_ATTRIBUTE_KEY_OF<DECLS>::key...> attribute_keys;
 };
