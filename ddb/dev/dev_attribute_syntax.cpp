@@ -26,7 +26,7 @@ DEV_ATTRIBUTE_FORMAT canonical_format() {
         {},
         {"Invalid boolean key: ", "Invalid int key: ", "Invalid int key: ", "Invalid string key: ",
          "Invalid 2D_INT key: ", "Invalid string key: ", "Invalid string key: ", "Invalid string key: "},
-        {"Invalid boolean value: ", "Invalid int value: ", "Invalid int value: ", "Invalid string value: ",
+        {"Invalid boolean value: ", "Invalid int value: ", "Invalid int value: ", "",
          "Invalid 2D_INT value: ", "Invalid VEC_INT value: ", "Invalid VEC_DOUBLE value: ",
          "Invalid VEC_STRING value: "},
         {"", "", "", "", "", "", "", ""},
@@ -35,11 +35,14 @@ DEV_ATTRIBUTE_FORMAT canonical_format() {
     return f;
 }
 
-// Leaves only the listed kinds readable.
-void read_only(DEV_ATTRIBUTE_FORMAT& f, std::initializer_list<ASTR_KIND> kinds) {
+// The canonical lines of the listed kinds only, BOOL values checked before their keys.
+DEV_ATTRIBUTE_FORMAT value_first_format(std::initializer_list<ASTR_KIND> kinds) {
+    DEV_ATTRIBUTE_FORMAT f = canonical_format();
     const char* keep[ASTR_KIND_COUNT] = {};
     for (ASTR_KIND k : kinds) keep[k] = f.pattern[k];
     for (int k = 0; k < ASTR_KIND_COUNT; ++k) f.pattern[k] = keep[k];
+    f.bool_value_first = true;
+    return f;
 }
 
 }  // namespace
@@ -53,15 +56,13 @@ const DEV_ATTRIBUTE_FORMAT& DEV_ATTRIBUTE_FORMAT::hdr() {
 
 const DEV_ATTRIBUTE_FORMAT& DEV_ATTRIBUTE_FORMAT::pad() {
     static const DEV_ATTRIBUTE_FORMAT format = [] {
-        DEV_ATTRIBUTE_FORMAT f = canonical_format();
-        read_only(f, {ASTR_KIND_BOOL, ASTR_KIND_INT, ASTR_KIND_STRING, ASTR_KIND_2D_INT,
-                      ASTR_KIND_VEC_STRING});
+        DEV_ATTRIBUTE_FORMAT f = value_first_format(
+            {ASTR_KIND_BOOL, ASTR_KIND_INT, ASTR_KIND_STRING, ASTR_KIND_2D_INT, ASTR_KIND_VEC_STRING});
         f.pattern[ASTR_KIND_BOOL] = R"P(\s*(BOOL_\w+)\s*=\s*(\w+)\s*$)P";
         f.pattern[ASTR_KIND_STRING] = R"P(\s*(STRING_\w+)\s*=\s*"([^"]*)"\s*$)P";
         f.pattern[ASTR_KIND_INT] = R"P(\s*(INT_\w+)\s*=\s*(.+?)\s*$)P";
         f.value_error[ASTR_KIND_INT] = "Invalid int value: \"";
         f.value_error_end[ASTR_KIND_INT] = "\"";
-        f.bool_value_first = true;
         return f;
     }();
     return format;
@@ -69,38 +70,25 @@ const DEV_ATTRIBUTE_FORMAT& DEV_ATTRIBUTE_FORMAT::pad() {
 
 const DEV_ATTRIBUTE_FORMAT& DEV_ATTRIBUTE_FORMAT::pkg() {
     static const DEV_ATTRIBUTE_FORMAT format = [] {
-        DEV_ATTRIBUTE_FORMAT f = canonical_format();
-        read_only(f, {ASTR_KIND_BOOL, ASTR_KIND_INT, ASTR_KIND_STRING, ASTR_KIND_2D_INT,
-                      ASTR_KIND_VEC_INT, ASTR_KIND_VEC_DOUBLE});
+        DEV_ATTRIBUTE_FORMAT f = value_first_format({ASTR_KIND_BOOL, ASTR_KIND_INT, ASTR_KIND_STRING,
+                                                     ASTR_KIND_2D_INT, ASTR_KIND_VEC_INT, ASTR_KIND_VEC_DOUBLE});
         f.pattern[ASTR_KIND_BOOL] = R"P(^\s*(BOOL_\w+)\s*=\s*(\w+)$)P";
         f.key_error[ASTR_KIND_BOOL] = "Invalid bool key: ";
         f.value_error[ASTR_KIND_BOOL] = "Invalid bool value: ";
-        f.bool_value_first = true;
         return f;
     }();
     return format;
 }
 
 const DEV_ATTRIBUTE_FORMAT& DEV_ATTRIBUTE_FORMAT::part_info() {
-    static const DEV_ATTRIBUTE_FORMAT format = [] {
-        DEV_ATTRIBUTE_FORMAT f = canonical_format();
-        read_only(f, {ASTR_KIND_BOOL, ASTR_KIND_INT, ASTR_KIND_ENUM, ASTR_KIND_STRING, ASTR_KIND_2D_INT});
-        f.bool_value_first = true;
-        return f;
-    }();
+    static const DEV_ATTRIBUTE_FORMAT format = value_first_format(
+        {ASTR_KIND_BOOL, ASTR_KIND_INT, ASTR_KIND_ENUM, ASTR_KIND_STRING, ASTR_KIND_2D_INT});
     return format;
 }
 
-const DEV_ATTRIBUTE_FORMAT& DEV_ATTRIBUTE_FORMAT::rsi() {
-    static const DEV_ATTRIBUTE_FORMAT format = [] {
-        DEV_ATTRIBUTE_FORMAT f = canonical_format();
-        // The ENUM pattern is compiled with the others but no block reads ENUM lines.
-        read_only(f, {ASTR_KIND_BOOL, ASTR_KIND_INT, ASTR_KIND_ENUM, ASTR_KIND_STRING, ASTR_KIND_2D_INT});
-        f.bool_value_first = true;
-        return f;
-    }();
-    return format;
-}
+// The same lines as PART_INFO files. The ENUM pattern is compiled with the others, though
+// no RSI block reads ENUM lines.
+const DEV_ATTRIBUTE_FORMAT& DEV_ATTRIBUTE_FORMAT::rsi() { return part_info(); }
 
 DEV_ATTRIBUTE_SYNTAX::DEV_ATTRIBUTE_SYNTAX(const DEV_ATTRIBUTE_FORMAT& format) : m_format(format) {
     // Patterns go through the Perl-escape translation once; matching then uses the
