@@ -108,39 +108,36 @@ bool DEV_ARCHIVE::open(const FIO_PATH& path, int io_type) {
     return false;
 }
 
+// The closing note: `bytes` of text against `packed` bytes in the file.
+static void note_timing(const char* verb, double seconds, const std::string& path, bool compressed,
+                        uLong bytes, uLong packed) {
+    if (!compressed) {
+        DEV_DEBUG("Spent %.0f secs %s \"%s\"", seconds, verb, path.c_str());
+        return;
+    }
+    DEV_DEBUG("Spent %.0f secs %s \"%s\": %d bytes (%d compressed) (%1.1fx compression)", seconds,
+              verb, path.c_str(), static_cast<int>(bytes), static_cast<int>(packed),
+              static_cast<double>(bytes) / static_cast<double>(packed));
+}
+
 void DEV_ARCHIVE::close(bool quiet) {
-    const std::string full = m_path.full_path();
     const double seconds = static_cast<double>(now_seconds() - m_start_time);
     const bool compressed = m_compression_level != ZLIB_NO_COMPRESSION;
     if (m_io_type == WRITE) {
         flush();
         if (m_output_file) std::fclose(m_output_file);
         m_output_file = nullptr;
-        if (compressed) {
-            deflateEnd(&m_compressor);
-            if (!quiet)
-                DEV_DEBUG("Spent %.0f secs writing \"%s\": %d bytes (%d compressed) (%1.1fx compression)",
-                          seconds, full.c_str(), static_cast<int>(m_compressor.total_in),
-                          static_cast<int>(m_compressor.total_out),
-                          static_cast<double>(m_compressor.total_in) /
-                              static_cast<double>(m_compressor.total_out));
-        } else if (!quiet) {
-            DEV_DEBUG("Spent %.0f secs writing \"%s\"", seconds, full.c_str());
-        }
+        if (compressed) deflateEnd(&m_compressor);
+        if (!quiet)
+            note_timing("writing", seconds, m_path.full_path(), compressed, m_compressor.total_in,
+                        m_compressor.total_out);
     } else if (m_io_type == READ) {
         if (m_input_file) std::fclose(m_input_file);
         m_input_file = nullptr;
-        if (compressed) {
-            inflateEnd(&m_compressor);
-            if (!quiet)
-                DEV_DEBUG("Spent %.0f secs reading \"%s\": %d bytes (%d compressed) (%1.1fx compression)",
-                          seconds, full.c_str(), static_cast<int>(m_compressor.total_out),
-                          static_cast<int>(m_compressor.total_in),
-                          static_cast<double>(m_compressor.total_out) /
-                              static_cast<double>(m_compressor.total_in));
-        } else if (!quiet) {
-            DEV_DEBUG("Spent %.0f secs reading \"%s\"", seconds, full.c_str());
-        }
+        if (compressed) inflateEnd(&m_compressor);
+        if (!quiet)
+            note_timing("reading", seconds, m_path.full_path(), compressed, m_compressor.total_out,
+                        m_compressor.total_in);
     } else if (m_io_type != CLOSED) {
         DEV_INTERNAL_ERROR("Illegal io type encounter.");
     }
