@@ -305,15 +305,20 @@ size_t DEV_ARCHIVE::read(void* data, size_t size) {
     return done;
 }
 
-bool DEV_ARCHIVE::eof() const {
+bool DEV_ARCHIVE::reading_or_report(const char* write_text) const {
     if (m_io_type == WRITE) {
-        DEV_INTERNAL_ERROR("Illega call to eof() for write operation.");
+        DEV_INTERNAL_ERROR(write_text);
         return false;
     }
     if (m_io_type != READ) {
         DEV_INTERNAL_ERROR("Illegal io type encounter.");
         return false;
     }
+    return true;
+}
+
+bool DEV_ARCHIVE::eof() const {
+    if (!reading_or_report("Illega call to eof() for write operation.")) return false;
     if (m_compression_level == ZLIB_NO_COMPRESSION) return m_input_at_end;
     if (m_exhausted) return true;
     if (!file_at_end() || m_compressor.avail_in != 0) return false;
@@ -321,14 +326,7 @@ bool DEV_ARCHIVE::eof() const {
 }
 
 bool DEV_ARCHIVE::good() const {
-    if (m_io_type == WRITE) {
-        DEV_INTERNAL_ERROR("Illega call to good() for write operation.");
-        return false;
-    }
-    if (m_io_type != READ) {
-        DEV_INTERNAL_ERROR("Illegal io type encounter.");
-        return false;
-    }
+    if (!reading_or_report("Illega call to good() for write operation.")) return false;
     const bool file_good = !m_input_bad && !m_input_failed && !m_input_at_end;
     if (file_good || m_compression_level == ZLIB_NO_COMPRESSION) return file_good;
     return !m_input_bad && m_input_at_end && !eof();

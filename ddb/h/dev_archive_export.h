@@ -79,6 +79,7 @@ private:
     size_t read_input();
     bool refill();
     bool last_ready_byte_ends_stream() const;
+    bool reading_or_report(const char* write_text) const;
     bool getline_across_blocks(std::string& line, char delimiter, bool keep_delimiter);
     size_t available() const { return m_produced - m_read_position; }
     bool file_at_end() const { return m_input_at_end; }
