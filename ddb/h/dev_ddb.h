@@ -5,6 +5,7 @@
 #include "dev_archive_export.h"
 #include "dev_element_code.h"
 #include "dev_enum_flag.h"
+#include "dev_smart_value.h"
 #include "dev_utility.h"
 
 #endif

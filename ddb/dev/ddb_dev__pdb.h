@@ -1,0 +1,95 @@
+// Serialisers of the library's stored classes (defined in ddb_dev__pdb.cpp) and the
+// transfers they share beyond the host's: trait flags, fixed arrays and lists.
+//
+// Every serialiser is written the same way: a field list per class (DEV_<CLASS>_FIELDS)
+// expanded by DEV_PDB_SERIALIZER, which brackets the object with its class identity and
+// transfers each field in the list's order with the field's context set. A new stored
+// class adds only its field list and one DEV_PDB_SERIALIZER line.
+#ifndef VELCORA_DDB_DEV__PDB_H
+#define VELCORA_DDB_DEV__PDB_H
+
+#include <list>
+#include <typeinfo>
+
+#include "dev_enum_flag.h"
+#include "dev_smart_value.h"
+#include "host/pdb_stl.h"
+
+// A trait flag: its word count (which must match), then its raw words.
+template <typename ENUM, unsigned BITS>
+void pdb_xfr(PDB_DDB_SEGMENT& seg, DEV_ENUM_FLAG<ENUM, BITS>& flag) {
+    typedef DEV_ENUM_FLAG<ENUM, BITS> FLAG;
+    size_t n = FLAG::word_count();
+    if (!seg.xfr_count(n, 8)) return;
+    if (n != FLAG::word_count()) {
+        seg.fail("trait flag of " + std::to_string(n) + " words where " + std::to_string(FLAG::word_count()) +
+                 " are expected");
+        return;
+    }
+    for (unsigned i = 0; i < FLAG::word_count() && !seg.failed(); ++i) {
+        uint64_t w = flag.get_word(i);
+        seg.xfr(w);
+        if (seg.is_reading()) flag.set_word(i, w);
+    }
+}
+
+// A fixed array keyed by an enumeration.
+template <typename T, size_t N>
+void pdb_xfr(PDB_DDB_SEGMENT& seg, T (&a)[N]) {
+    pdb_xfr_array(seg, a, N);
+}
+
+// A list of values.
+template <typename T>
+void pdb_xfr(PDB_DDB_SEGMENT& seg, std::list<T>& l) {
+    size_t n = l.size();
+    if (!seg.xfr_count(n, pdb_min_size<T>())) {
+        if (seg.is_reading()) l.clear();
+        return;
+    }
+    PDB_SEGMENT_BASE::stl_begin(seg);
+    if (seg.is_reading()) {
+        l.clear();
+        for (size_t i = 0; i < n && !seg.failed(); ++i) {
+            l.emplace_back();
+            pdb_xfr(seg, l.back());
+        }
+        if (seg.failed()) l.clear();
+        return;
+    }
+    for (T& x : l) pdb_xfr(seg, x);
+}
+
+// A list of owned objects: each element's presence, then the object.
+template <typename T>
+void pdb_xfr(PDB_DDB_SEGMENT& seg, std::list<T*>& l) {
+    size_t n = l.size();
+    if (!seg.xfr_count(n, 1)) return;
+    PDB_SEGMENT_BASE::stl_begin(seg);
+    if (seg.is_writing()) {
+        for (T*& p : l) pdb_xfr_owned(seg, p);
+        return;
+    }
+    for (T* p : l) delete p;
+    l.clear();
+    for (size_t i = 0; i < n && !seg.failed(); ++i) {
+        T* p = nullptr;
+        pdb_xfr_owned(seg, p);
+        if (p) l.push_back(p);
+    }
+}
+
+// The type descriptor set in the field context.
+template <typename T>
+const char* dev_pdb_type_name(const T&) {
+    return typeid(T).name();
+}
+
+#define DEV_PDB_DECLARE(CLASS) PDB_DDB_SEGMENT& operator<<(PDB_DDB_SEGMENT& seg, CLASS& object);
+
+DEV_PDB_DECLARE(DEV_INT_VALUE)
+DEV_PDB_DECLARE(DEV_QWORD_VALUE)
+DEV_PDB_DECLARE(DEV_BOOL_VALUE)
+DEV_PDB_DECLARE(DEV_STRING_VALUE)
+
+#endif
