@@ -20,10 +20,33 @@
         return seg;                                                        \
     }
 
+// Classes that list their own fields: visit_fields(visitor) calls visitor(name, member) for
+// each field in stored order.
+#define DEV_PDB_VISITED_SERIALIZER(CLASS)                                                   \
+    PDB_DDB_SEGMENT& operator<<(PDB_DDB_SEGMENT& seg, CLASS& object) {                      \
+        static const PDB_CLASS_INFO info(#CLASS);                                           \
+        PDB_SEGMENT_BASE::serialize_begin(seg, info, &object);                              \
+        object.visit_fields([&seg](const char* name, auto& member) {                        \
+            if (seg.failed()) return;                                                       \
+            PDB_FIELD_SCOPE field_scope(seg, name, dev_pdb_type_name(member), DEV_PDB_SOURCE, __LINE__); \
+            pdb_xfr(seg, member);                                                           \
+        });                                                                                 \
+        PDB_SEGMENT_BASE::serialize_end(seg);                                               \
+        return seg;                                                                         \
+    }
+
+#define DEV_PDB_NO_AUTO_MATCH_TEXT(CLASS) \
+    DEV_INTERNAL_ERROR("Auto-generation of " #CLASS "::is_auto_match_pdb_xfr is not enabled")
+
 // No stored class compares its persistent image automatically.
 #define DEV_PDB_NO_AUTO_MATCH(CLASS)                                                        \
     bool CLASS::is_auto_match_pdb_xfr(CLASS*, PDB_MATCH_DATA*) {                            \
-        DEV_INTERNAL_ERROR("Auto-generation of " #CLASS "::is_auto_match_pdb_xfr is not enabled"); \
+        DEV_PDB_NO_AUTO_MATCH_TEXT(CLASS);                                                  \
+        return false;                                                                       \
+    }
+#define DEV_PDB_NO_AUTO_MATCH_FREE(CLASS)                                                   \
+    bool is_auto_match_pdb_xfr(CLASS*, PDB_MATCH_DATA*) {                                   \
+        DEV_PDB_NO_AUTO_MATCH_TEXT(CLASS);                                                  \
         return false;                                                                       \
     }
 
@@ -40,3 +63,37 @@ DEV_PDB_NO_AUTO_MATCH(DEV_INT_VALUE)
 DEV_PDB_NO_AUTO_MATCH(DEV_QWORD_VALUE)
 DEV_PDB_NO_AUTO_MATCH(DEV_BOOL_VALUE)
 DEV_PDB_NO_AUTO_MATCH(DEV_STRING_VALUE)
+
+// ---------------------------------------------------------------------------------------
+// Catalogue records and the catalogue store root
+
+DEV_PDB_VISITED_SERIALIZER(DEV_FAMILY_DESC)
+DEV_PDB_VISITED_SERIALIZER(DEV_DEVICE_DESC)
+DEV_PDB_VISITED_SERIALIZER(DEV_PART_DESC)
+DEV_PDB_NO_AUTO_MATCH_FREE(DEV_FAMILY_DESC)
+DEV_PDB_NO_AUTO_MATCH_FREE(DEV_DEVICE_DESC)
+DEV_PDB_NO_AUTO_MATCH_FREE(DEV_PART_DESC)
+
+// The root's lists hold owned records when read (the storage object owns what it reads).
+namespace {
+template <typename T>
+void pdb_xfr(PDB_DDB_SEGMENT& seg, std::vector<T*>& records) {
+    pdb_xfr_owned(seg, records);
+}
+}  // namespace
+
+#define DEV_FAMILY_INFO_FIELDS(F) F(m_family_data) F(m_device_data) F(m_part_data)
+
+PDB_DDB_SEGMENT& operator<<(PDB_DDB_SEGMENT& seg, DEV_FAMILY_INFO& object) {
+    // Records read from a file belong to the storage object.
+    if (seg.is_reading()) {
+        object.clear();
+        object.set_owns_records(true);
+    }
+    static const PDB_CLASS_INFO info("DEV_FAMILY_INFO");
+    PDB_SEGMENT_BASE::serialize_begin(seg, info, &object);
+    DEV_FAMILY_INFO_FIELDS(DEV_PDB_XFR_FIELD)
+    PDB_SEGMENT_BASE::serialize_end(seg);
+    return seg;
+}
+DEV_PDB_NO_AUTO_MATCH_FREE(DEV_FAMILY_INFO)

@@ -1,10 +1,11 @@
 // Serialisers of the library's stored classes (defined in ddb_dev__pdb.cpp) and the
 // transfers they share beyond the host's: trait flags, fixed arrays and lists.
 //
-// Every serialiser is written the same way: a field list per class (DEV_<CLASS>_FIELDS)
-// expanded by DEV_PDB_SERIALIZER, which brackets the object with its class identity and
-// transfers each field in the list's order with the field's context set. A new stored
-// class adds only its field list and one DEV_PDB_SERIALIZER line.
+// Every serialiser is written the same way: the class's field list in stored order (a
+// DEV_<CLASS>_FIELDS macro, or the class's own visit_fields for the catalogue records)
+// expanded by DEV_PDB_SERIALIZER / DEV_PDB_VISITED_SERIALIZER, which bracket the object with
+// its class identity and transfer each field with the field's context set. A new stored
+// class adds only its field list and one serialiser line.
 #ifndef VELCORA_DDB_DEV__PDB_H
 #define VELCORA_DDB_DEV__PDB_H
 
@@ -12,6 +13,7 @@
 #include <typeinfo>
 
 #include "dev_enum_flag.h"
+#include "dev_family_info.h"
 #include "dev_smart_value.h"
 #include "host/pdb_stl.h"
 
@@ -91,5 +93,15 @@ DEV_PDB_DECLARE(DEV_INT_VALUE)
 DEV_PDB_DECLARE(DEV_QWORD_VALUE)
 DEV_PDB_DECLARE(DEV_BOOL_VALUE)
 DEV_PDB_DECLARE(DEV_STRING_VALUE)
+DEV_PDB_DECLARE(DEV_FAMILY_DESC)
+DEV_PDB_DECLARE(DEV_DEVICE_DESC)
+DEV_PDB_DECLARE(DEV_PART_DESC)
+DEV_PDB_DECLARE(DEV_FAMILY_INFO)
+
+// The auto-match hooks of the catalogue classes (none is generated: each reports so).
+bool is_auto_match_pdb_xfr(DEV_FAMILY_DESC* object, PDB_MATCH_DATA* data);
+bool is_auto_match_pdb_xfr(DEV_DEVICE_DESC* object, PDB_MATCH_DATA* data);
+bool is_auto_match_pdb_xfr(DEV_PART_DESC* object, PDB_MATCH_DATA* data);
+bool is_auto_match_pdb_xfr(DEV_FAMILY_INFO* object, PDB_MATCH_DATA* data);
 
 #endif
