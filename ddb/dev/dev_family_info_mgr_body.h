@@ -78,6 +78,22 @@ public:
     // `type` asks for into `storage`, which borrows them; notes what was found per kind.
     void prepare_output(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, DEV_FAMILY_INFO* storage) const;
 
+    // ---- persistent files (dev_family_info_mgr_pdb.cpp) ------------------------------------
+    // Loads every record of a family (all families for DEV_FAMILY_GENERIC).
+    bool load_family_data(DEV_FAMILY_ENUM family);
+    // Loads from the family's persistent file with the fallbacks to cumulative files and text.
+    bool load_data_from_pdb(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, const FIO_PATH* explicit_path);
+    // Reads the whole catalogue from the installation's default text file.
+    bool read_default_family_data();
+    // The persistent file of a family (or of all families) and data type.
+    bool generate_pdb_path(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, const FIO_PATH* explicit_path,
+                           FIO_PATH* pdb_path) const;
+    bool write_data_to_pdb(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, const FIO_PATH* explicit_path,
+                           int compression_level);
+    // Part traits derived from the loaded catalogue.
+    void generate_part_support_traits();
+    void generate_fastest_part_traits();
+
     // ---- family-info text ----------------------------------------------------------------
     bool read_family_data(const FIO_PATH& path);
     bool parse_family_data(const std::string& line, DEV_FAMILY_ENUM family_enum);
@@ -98,6 +114,11 @@ private:
     bool read_resource_list(DEV_ARCHIVE& archive, DEV_PART_DESC* part, std::string& line,
                             bool& more);
 
+    // Reports a key parser's bad value (located when a read is under way).
+    void report_bad_value(const char* record_kind, const char* key, const std::string& value);
+    template <typename DESC>
+    bool parse_key_line(const std::string& line, DESC& desc, const char* record_name);
+
     std::vector<std::unique_ptr<DEV_FAMILY_DESC>> m_family_descriptors;
     std::vector<std::unique_ptr<DEV_DEVICE_DESC>> m_device_descriptors;
     std::vector<std::unique_ptr<DEV_PART_DESC>> m_part_descriptors;
@@ -105,6 +126,9 @@ private:
     std::vector<int> m_part_count;    // per family
     std::vector<std::string> m_devices_folder;  // per family
     DEV_FAMILY_DATA_TYPE m_loaded_data_type = DEV_FAMILY_DATA_TYPE_INVALID;
+    // The file and line the text reader is at (null path outside a read), for messages.
+    const FIO_PATH* m_reading_path = nullptr;
+    int m_reading_line = 0;
 };
 
 #endif
