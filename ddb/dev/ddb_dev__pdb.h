@@ -1,5 +1,5 @@
 // Serialisers of the library's stored classes (defined in ddb_dev__pdb.cpp) and the
-// transfers they share beyond the host's: trait flags, fixed arrays and lists.
+// transfers they share beyond the host's: trait flags and fixed arrays.
 //
 // Every serialiser is written the same way: the class's field list in stored order (a
 // DEV_<CLASS>_FIELDS macro, or the class's own visit_fields for the catalogue records)
@@ -9,7 +9,6 @@
 #ifndef VELCORA_DDB_DEV__PDB_H
 #define VELCORA_DDB_DEV__PDB_H
 
-#include <list>
 #include <typeinfo>
 
 #include "dev_enum_flag.h"
@@ -39,46 +38,6 @@ void pdb_xfr(PDB_DDB_SEGMENT& seg, DEV_ENUM_FLAG<ENUM, BITS>& flag) {
 template <typename T, size_t N>
 void pdb_xfr(PDB_DDB_SEGMENT& seg, T (&a)[N]) {
     pdb_xfr_array(seg, a, N);
-}
-
-// A list of values.
-template <typename T>
-void pdb_xfr(PDB_DDB_SEGMENT& seg, std::list<T>& l) {
-    size_t n = l.size();
-    if (!seg.xfr_count(n, pdb_min_size<T>())) {
-        if (seg.is_reading()) l.clear();
-        return;
-    }
-    PDB_SEGMENT_BASE::stl_begin(seg);
-    if (seg.is_reading()) {
-        l.clear();
-        for (size_t i = 0; i < n && !seg.failed(); ++i) {
-            l.emplace_back();
-            pdb_xfr(seg, l.back());
-        }
-        if (seg.failed()) l.clear();
-        return;
-    }
-    for (T& x : l) pdb_xfr(seg, x);
-}
-
-// A list of owned objects: each element's presence, then the object.
-template <typename T>
-void pdb_xfr(PDB_DDB_SEGMENT& seg, std::list<T*>& l) {
-    size_t n = l.size();
-    if (!seg.xfr_count(n, 1)) return;
-    PDB_SEGMENT_BASE::stl_begin(seg);
-    if (seg.is_writing()) {
-        for (T*& p : l) pdb_xfr_owned(seg, p);
-        return;
-    }
-    for (T* p : l) delete p;
-    l.clear();
-    for (size_t i = 0; i < n && !seg.failed(); ++i) {
-        T* p = nullptr;
-        pdb_xfr_owned(seg, p);
-        if (p) l.push_back(p);
-    }
 }
 
 // The type descriptor set in the field context.
