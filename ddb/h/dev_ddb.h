@@ -3,8 +3,10 @@
 #define VELCORA_DEV_DDB_H
 
 #include "dev_archive_export.h"
+#include "dev_basic_info.h"
 #include "dev_element_code.h"
 #include "dev_enum_flag.h"
+#include "dev_path.h"
 #include "dev_smart_value.h"
 #include "dev_utility.h"
 
