@@ -1,0 +1,309 @@
+// DEV_PATH: the data-file searches by family, device and part.
+//
+// Every search collects its candidates in one DEV_PATH_CANDIDATES: the first path built is
+// remembered so that a failed search can hand it back (the caller names the missing file
+// after it), and with "dev_debug_path" on each candidate is announced before it is tested.
+//
+// Part-level candidates, in order (base = "ddb_" + device + package + pin count, or the
+// part's own name with part trait 30; for "pkg" the package suffix is appended):
+//   "part_info" only, without part trait 30: the part's own name, ddb_{part}_part_info.ddb
+//       then ddb_{part}.part_info. A file made for exactly this orderable part is the most
+//       specific one, so it goes ahead of the engineering-sample file of the die/package.
+//   with part trait 20: {base}es_{type}.ddb;
+//   {base}_{type}.ddb, {base}.{type};
+//   "pad" and "part_info": then the device's own files, as the device-level search tries
+//       them (pads are a property of the die, so a part without a package-specific pad file
+//       uses its device's; part info falls back to the device's and then the family's file).
+// When all of these fail, the same list is built again for the device's base device (in
+// the base device's family folder), leaving out the candidates named after the part alone,
+// which do not depend on the device and were tried already.
+#include "dev_path.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <initializer_list>
+#include <string>
+
+#include "dev_basic_info.h"
+#include "dev_family_info_mgr_body.h"
+#include "host/cfg.h"
+#include "host/gen.h"
+#include "host/msg.h"
+
+namespace {
+
+// "dev_debug_path": read once and cached; the host re-reads it when a test changes it.
+const CFG_SWITCH s_debug_path("dev_debug_path", false);
+
+enum DEV_PATH_FILE_TYPE {
+    DEV_PATH_TYPE_HDR,
+    DEV_PATH_TYPE_PAD,
+    DEV_PATH_TYPE_PKG,
+    DEV_PATH_TYPE_PART_INFO,
+    DEV_PATH_TYPE_RSI,
+    DEV_PATH_TYPE_PWR,
+    DEV_PATH_TYPE_LEI,
+    DEV_PATH_TYPE_BLKRBA,
+    DEV_PATH_TYPE_DEVICE,
+    DEV_PATH_TYPE_UNKNOWN
+};
+
+// The canonical (lower-case) word of each type: it is the text form's extension.
+const char* const s_type_names[] = {"hdr", "pad", "pkg", "part_info", "rsi",
+                                    "pwr", "lei", "blkrba", "device"};
+
+DEV_PATH_FILE_TYPE file_type_of(const char* text) {
+    for (int t = 0; t < DEV_PATH_TYPE_UNKNOWN; ++t)
+        if (gen_stricmp(text, s_type_names[t]) == 0) return static_cast<DEV_PATH_FILE_TYPE>(t);
+    return DEV_PATH_TYPE_UNKNOWN;
+}
+
+bool type_in(DEV_PATH_FILE_TYPE type, std::initializer_list<DEV_PATH_FILE_TYPE> types) {
+    return std::find(types.begin(), types.end(), type) != types.end();
+}
+
+std::string lower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
+// Reports "<type> device file type not supported by get_existing_device_file_path for <level>".
+void report_unsupported(const char* file_type_str, const char* level) {
+    std::string text = std::string(file_type_str) +
+                       " device file type not supported by get_existing_device_file_path for " + level;
+    DEV_INTERNAL_ERROR(text.c_str());
+}
+
+void note_none_installed(const char* type, const char* user_name) {
+    if (s_debug_path.is_on()) DEV_DEBUG("None of the legal %s files for %s is installed", type, user_name);
+}
+
+DEV_FAMILY_INFO_MGR_BODY& store() { return *DEV_FAMILY_INFO_MGR_BODY::get_instance(); }
+
+std::string family_directory(DEV_FAMILY_ENUM family) {
+    std::string directory;
+    store().get_ddb_fullpath_of(family, directory);
+    return directory;
+}
+
+// The candidates of one search, in the order they were tried.
+class DEV_PATH_CANDIDATES {
+public:
+    explicit DEV_PATH_CANDIDATES(const char* type) : m_type(type) {}
+
+    const char* type() const { return m_type; }
+
+    // Tries directory/base_name.extension.
+    bool try_file(const std::string& directory, const std::string& base_name, const std::string& extension) {
+        FIO_PATH path(directory, base_name, extension);
+        if (!m_has_first) {
+            m_first = path;
+            m_has_first = true;
+        }
+        if (s_debug_path.is_on()) DEV_DEBUG("Checking if %s exists for %s-type file", path.full_path().c_str(), m_type);
+        if (!FIO_FILE_SYSTEM::exists(path)) return false;
+        m_found = path;
+        return true;
+    }
+    // The persistent form {base}_{type}.ddb, then the text form {base}.{type}.
+    bool try_forms(const std::string& directory, const std::string& base) {
+        return try_file(directory, base + "_" + m_type, "ddb") || try_file(directory, base, m_type);
+    }
+
+    // True with `ret_path` on the file found, or false with `ret_path` on the first
+    // candidate (cleared when none was built).
+    bool finish(bool found, FIO_PATH* ret_path) const {
+        if (found)
+            *ret_path = m_found;
+        else if (m_has_first)
+            *ret_path = m_first;
+        else
+            ret_path->clear();
+        return found;
+    }
+
+private:
+    const char* m_type;
+    FIO_PATH m_first;
+    FIO_PATH m_found;
+    bool m_has_first = false;
+};
+
+// Steps 2 to 4 of the family-level search (the type is known to be accepted).
+bool search_family(DEV_FAMILY_ENUM family, DEV_PATH_CANDIDATES& candidates) {
+    const DEV_FAMILY_DESC* desc = store().get_desc_of(family);
+    if (desc && desc->has_trait(DEV_FAMILY_TRAIT_USES_BASE_FAMILY_DATA) &&
+        desc->get_base_family_id() != DEV_FAMILY_INVALID)
+        family = desc->get_base_family_id();
+    return candidates.try_forms(family_directory(family), "ddb_" + lower(dstr_get_debug_string(family)));
+}
+
+// The inner device-level search: the candidates of the type's row, in column order.
+bool search_device(DEV_DEVICE_ENUM device, DEV_PATH_FILE_TYPE type, DEV_BASIC_INFO* basic_info,
+                   DEV_PATH_CANDIDATES& candidates) {
+    const DEV_DEVICE_DESC* desc = store().get_desc_of(device);
+    if (!desc) return false;
+    const std::string directory = family_directory(desc->get_family());
+    if (type == DEV_PATH_TYPE_DEVICE) {
+        const std::string& file_name = desc->get_file_name();
+        if (file_name.empty()) return false;
+        FIO_PATH name;
+        name.set_file_name(file_name);
+        return candidates.try_file(directory, name.base_name(), name.extension());
+    }
+    if (candidates.try_forms(directory, "ddb_" + lower(dstr_get_debug_string(device)))) return true;
+    if (type == DEV_PATH_TYPE_PWR) {
+        std::string stem;
+        if (!basic_info)
+            DEV_INTERNAL_ERROR("basic_info");
+        else if (basic_info->get_string_data(DEV_BASIC_INFO_STRING_DATA_FILE_STEM, &stem) && !stem.empty() &&
+                 candidates.try_forms(directory, "ddb_" + lower(stem)))
+            return true;
+    }
+    if (type == DEV_PATH_TYPE_RSI || type == DEV_PATH_TYPE_PART_INFO)
+        return search_family(desc->get_family(), candidates);
+    return false;
+}
+
+// The base device of a device from its catalogue record (DEV_DEVICE_INVALID when it has none).
+DEV_DEVICE_ENUM base_device_of(DEV_DEVICE_ENUM device) {
+    const DEV_DEVICE_DESC* desc = store().get_desc_of(device);
+    if (!desc) return DEV_DEVICE_INVALID;
+    const DEV_DEVICE_ENUM base = desc->get_base_device();
+    return base > DEV_DEVICE_INVALID && base < DEV_DEVICE_GENERIC ? base : DEV_DEVICE_INVALID;
+}
+
+// Announces the base device (debug switch on) and returns it, or DEV_DEVICE_INVALID.
+DEV_DEVICE_ENUM next_base_device(DEV_DEVICE_ENUM device) {
+    const DEV_DEVICE_ENUM base = base_device_of(device);
+    if (base != DEV_DEVICE_INVALID && s_debug_path.is_on())
+        DEV_DEBUG("Trying base device %s", dstr_get_debug_string(base));
+    return base;
+}
+
+// The part-level candidates for `part` built on `device` (see the head of this file).
+// `first_pass` is false for the base device's pass.
+bool search_part(const DEV_PART_DESC& part, DEV_DEVICE_ENUM device, DEV_PATH_FILE_TYPE type, bool first_pass,
+                 DEV_PATH_CANDIDATES& candidates) {
+    const bool own_name = part.has_trait(DEV_PART_TRAIT_PART_SPECIFIC_DATA_FILES);
+    const std::string directory =
+        family_directory(first_pass ? part.get_family() : store().get_family_of(device));
+    const std::string part_base = "ddb_" + lower(dstr_get_debug_string(part.get_part()));
+    std::string base = part_base;
+    if (!own_name) {
+        char pins[16];
+        std::snprintf(pins, sizeof pins, "%d", part.get_pin_count());
+        base = lower(std::string("ddb_") + dstr_get_debug_string(device) +
+                     dstr_get_debug_string(part.get_package()) + pins);
+        if (type == DEV_PATH_TYPE_PKG) base += lower(part.get_package_ddb_file_name_suffix());
+    }
+    if (first_pass || !own_name) {
+        if (type == DEV_PATH_TYPE_PART_INFO && first_pass && !own_name &&
+            candidates.try_forms(directory, part_base))
+            return true;
+        if (part.has_trait(DEV_PART_TRAIT_ENGINEERING_SAMPLE) &&
+            candidates.try_file(directory, base + "es_" + candidates.type(), "ddb")) {
+            DEV_DEBUG("Using ES modifier for %s file", candidates.type());
+            return true;
+        }
+        if (candidates.try_forms(directory, base)) return true;
+    }
+    if (type == DEV_PATH_TYPE_PAD || type == DEV_PATH_TYPE_PART_INFO)
+        return search_device(device, type, nullptr, candidates);
+    return false;
+}
+
+}  // namespace
+
+void DEV_PATH::get_ddb_path_of(DEV_FAMILY_ENUM family, FIO_PATH* ret_path) {
+    if (!DEV_ASSERT_TEXT(ret_path != NULL, "ret_path != NULL")) return;
+    ret_path->clear();
+    ret_path->set_directory(family_directory(family));
+}
+
+void DEV_PATH::build_device_file_path(DEV_FAMILY_ENUM family, const std::string& name, FIO_PATH* ret_path,
+                                      bool persistent) {
+    if (!DEV_ASSERT_TEXT(ret_path != NULL, "ret_path != NULL")) return;
+    *ret_path = FIO_PATH(family_directory(family), "ddb_" + lower(name), persistent ? "ddb" : "");
+}
+
+bool DEV_PATH::get_existing_device_file_path(DEV_FAMILY_ENUM family, const char* file_type_str,
+                                             FIO_PATH* ret_path) {
+    bool valid = DEV_ASSERT_TEXT(family > DEV_FAMILY_INVALID, "family > DEV_FAMILY_INVALID");
+    valid &= DEV_ASSERT_TEXT(family < DEV_FAMILY_GENERIC, "family < DEV_FAMILY_GENERIC");
+    valid &= DEV_ASSERT_TEXT(ret_path != NULL, "ret_path != NULL");
+    valid &= DEV_ASSERT_TEXT(file_type_str != NULL, "file_type_str != NULL");
+    if (!valid) {
+        if (ret_path) ret_path->clear();
+        return false;
+    }
+    const DEV_PATH_FILE_TYPE type = file_type_of(file_type_str);
+    if (!type_in(type, {DEV_PATH_TYPE_HDR, DEV_PATH_TYPE_PAD, DEV_PATH_TYPE_RSI, DEV_PATH_TYPE_LEI,
+                        DEV_PATH_TYPE_PWR, DEV_PATH_TYPE_BLKRBA, DEV_PATH_TYPE_PART_INFO})) {
+        report_unsupported(file_type_str, "family");
+        ret_path->clear();
+        return false;
+    }
+    DEV_PATH_CANDIDATES candidates(s_type_names[type]);
+    const bool found = search_family(family, candidates);
+    if (!found) note_none_installed(candidates.type(), dstr_get_user_string(family));
+    return candidates.finish(found, ret_path);
+}
+
+bool DEV_PATH::get_existing_device_file_path(DEV_DEVICE_ENUM device, const char* file_type_str,
+                                             FIO_PATH* ret_path, DEV_BASIC_INFO* basic_info) {
+    bool valid = DEV_ASSERT_TEXT(device > DEV_DEVICE_INVALID, "device > DEV_DEVICE_INVALID");
+    valid &= DEV_ASSERT_TEXT(device < DEV_DEVICE_GENERIC, "device < DEV_DEVICE_GENERIC");
+    valid &= DEV_ASSERT_TEXT(ret_path != NULL, "ret_path != NULL");
+    valid &= DEV_ASSERT_TEXT(file_type_str != NULL, "file_type_str != NULL");
+    if (!valid) {
+        if (ret_path) ret_path->clear();
+        return false;
+    }
+    const DEV_PATH_FILE_TYPE type = file_type_of(file_type_str);
+    if (!type_in(type, {DEV_PATH_TYPE_DEVICE, DEV_PATH_TYPE_HDR, DEV_PATH_TYPE_PAD, DEV_PATH_TYPE_PWR,
+                        DEV_PATH_TYPE_RSI, DEV_PATH_TYPE_PART_INFO})) {
+        report_unsupported(file_type_str, "device");
+        ret_path->clear();
+        return false;
+    }
+    DEV_PATH_CANDIDATES candidates(s_type_names[type]);
+    bool found = search_device(device, type, basic_info, candidates);
+    if (!found && type != DEV_PATH_TYPE_HDR) {
+        const DEV_DEVICE_ENUM base = next_base_device(device);
+        if (base != DEV_DEVICE_INVALID) found = search_device(base, type, basic_info, candidates);
+    }
+    if (!found) note_none_installed(candidates.type(), dstr_get_user_string(device));
+    return candidates.finish(found, ret_path);
+}
+
+bool DEV_PATH::get_existing_device_file_path(DEV_PART_ENUM part, const char* file_type_str, FIO_PATH* ret_path) {
+    bool valid = DEV_ASSERT_TEXT(part > DEV_PART_INVALID, "part > DEV_PART_INVALID");
+    valid &= DEV_ASSERT_TEXT(part < DEV_PART_GENERIC, "part < DEV_PART_GENERIC");
+    valid &= DEV_ASSERT_TEXT(ret_path != NULL, "ret_path != NULL");
+    valid &= DEV_ASSERT_TEXT(file_type_str != NULL, "file_type_str != NULL");
+    const DEV_PART_DESC* desc = valid ? store().get_desc_of(part) : nullptr;
+    if (!desc) {
+        if (ret_path) ret_path->clear();
+        return false;
+    }
+    const DEV_PATH_FILE_TYPE type = file_type_of(file_type_str);
+    if (type == DEV_PATH_TYPE_HDR) return get_existing_device_file_path(desc->get_device(), file_type_str, ret_path);
+    if (!type_in(type, {DEV_PATH_TYPE_PAD, DEV_PATH_TYPE_PKG, DEV_PATH_TYPE_PART_INFO})) {
+        report_unsupported(file_type_str, "part");
+        ret_path->clear();
+        return false;
+    }
+    DEV_PATH_CANDIDATES candidates(s_type_names[type]);
+    bool found = search_part(*desc, desc->get_device(), type, true, candidates);
+    if (!found) {
+        const DEV_DEVICE_ENUM base = next_base_device(desc->get_device());
+        if (base != DEV_DEVICE_INVALID) found = search_part(*desc, base, type, false, candidates);
+    }
+    if (!found) note_none_installed(candidates.type(), dstr_get_user_string(part));
+    return candidates.finish(found, ret_path);
+}
+
+bool DEV_PATH::is_pdb_file(const FIO_PATH& path) { return gen_stricmp("ddb", path.extension().c_str()) == 0; }
