@@ -131,12 +131,19 @@ private:
     bool m_has_first = false;
 };
 
-// Steps 2 to 4 of the family-level search (the type is known to be accepted).
-bool search_family(DEV_FAMILY_ENUM family, DEV_PATH_CANDIDATES& candidates) {
+// The family whose files a family-level search looks for: its base family when it has family
+// trait 41 and one.
+DEV_FAMILY_ENUM data_family_of(DEV_FAMILY_ENUM family) {
     const DEV_FAMILY_DESC* desc = store().get_desc_of(family);
     if (desc && desc->has_trait(DEV_FAMILY_TRAIT_USES_BASE_FAMILY_DATA) &&
         desc->get_base_family_id() != DEV_FAMILY_INVALID)
-        family = desc->get_base_family_id();
+        return desc->get_base_family_id();
+    return family;
+}
+
+// Steps 2 to 4 of the family-level search (the type is known to be accepted).
+bool search_family(DEV_FAMILY_ENUM family, DEV_PATH_CANDIDATES& candidates) {
+    family = data_family_of(family);
     return candidates.try_forms(family_directory(family), "ddb_" + lower(dstr_get_debug_string(family)));
 }
 
@@ -154,12 +161,10 @@ bool search_device(DEV_DEVICE_ENUM device, DEV_PATH_FILE_TYPE type, DEV_BASIC_IN
         return candidates.try_file(directory, name.base_name(), name.extension());
     }
     if (candidates.try_forms(directory, "ddb_" + lower(dstr_get_debug_string(device)))) return true;
-    if (type == DEV_PATH_TYPE_PWR) {
+    if (type == DEV_PATH_TYPE_PWR && basic_info) {
         std::string stem;
-        if (!basic_info)
-            DEV_INTERNAL_ERROR("basic_info");
-        else if (basic_info->get_string_data(DEV_BASIC_INFO_STRING_DATA_FILE_STEM, &stem) && !stem.empty() &&
-                 candidates.try_forms(directory, "ddb_" + lower(stem)))
+        if (basic_info->get_string_data(DEV_BASIC_INFO_STRING_DATA_FILE_STEM, &stem) && !stem.empty() &&
+            candidates.try_forms(directory, "ddb_" + lower(stem)))
             return true;
     }
     if (type == DEV_PATH_TYPE_RSI || type == DEV_PATH_TYPE_PART_INFO)
@@ -248,7 +253,7 @@ bool DEV_PATH::get_existing_device_file_path(DEV_FAMILY_ENUM family, const char*
     }
     DEV_PATH_CANDIDATES candidates(s_type_names[type]);
     const bool found = search_family(family, candidates);
-    if (!found) note_none_installed(candidates.type(), dstr_get_user_string(family));
+    if (!found) note_none_installed(candidates.type(), dstr_get_user_string(data_family_of(family)));
     return candidates.finish(found, ret_path);
 }
 
@@ -269,6 +274,8 @@ bool DEV_PATH::get_existing_device_file_path(DEV_DEVICE_ENUM device, const char*
         ret_path->clear();
         return false;
     }
+    // The data-file stem candidates need the basic info (reported once, for both devices).
+    if (type == DEV_PATH_TYPE_PWR && !basic_info) DEV_INTERNAL_ERROR("basic_info");
     DEV_PATH_CANDIDATES candidates(s_type_names[type]);
     bool found = search_device(device, type, basic_info, candidates);
     if (!found && type != DEV_PATH_TYPE_HDR) {
