@@ -6,6 +6,7 @@
 // their work strings and tokenisers in function-level statics (one thread at a time).
 #include "dev_utility.h"
 
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 
@@ -22,6 +23,30 @@ const char SPACE_CHARS[] = " \t\n\r\f";
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 bool is_blank(char c) { return c == ' ' || c == '\t'; }
 bool is_exponent_letter(char c) { return c == 'D' || c == 'd' || c == 'E' || c == 'e'; }
+
+// The value atoi gives for a token of digits and minus signs in [p, end): an optional
+// minus, then digits up to the first other character; strtol's saturation on overflow,
+// then the conversion to int, exactly as atoi does.
+int atoi_token(const char* p, const char* end) {
+    bool negative = false;
+    if (p != end && *p == '-') {
+        negative = true;
+        ++p;
+    }
+    const unsigned long long limit = negative ? 9223372036854775808ULL : 9223372036854775807ULL;
+    unsigned long long v = 0;
+    bool overflow = false;
+    for (; p != end && is_digit(*p); ++p) {
+        const unsigned d = static_cast<unsigned>(*p - '0');
+        if (overflow) continue;
+        if (v > (limit - d) / 10) overflow = true; else v = v * 10 + d;
+    }
+    long long r;
+    if (overflow) r = negative ? LLONG_MIN : LLONG_MAX;
+    else if (negative) r = v == limit ? LLONG_MIN : -static_cast<long long>(v);
+    else r = static_cast<long long>(v);
+    return static_cast<int>(r);
+}
 
 // Rewrites the Perl escapes of `p` for the engine. Inside a bracket expression the
 // classes lose their brackets and the negated classes are dropped; "\(" and "\)" lose
@@ -346,11 +371,14 @@ bool dev_string_to_int(const std::string& s, int& out) {
     return true;
 }
 
-bool dev_string_is_float(const std::string& s) {
+namespace {
+// The float state machine over [p, end).
+bool is_float_range(const char* p, const char* end) {
     enum { LEADING, INTEGER, FRACTION, EXPONENT_START, EXPONENT, TRAILING };
     int state = LEADING;
     bool digit = false;
-    for (char c : s) {
+    for (; p != end; ++p) {
+        const char c = *p;
         switch (state) {
         case LEADING:
             if (is_blank(c)) break;
@@ -383,6 +411,9 @@ bool dev_string_is_float(const std::string& s) {
     }
     return digit;
 }
+}  // namespace
+
+bool dev_string_is_float(const std::string& s) { return is_float_range(s.data(), s.data() + s.size()); }
 
 bool dev_string_to_bool(const std::string& s, bool& out) {
     if (s == "true") {
@@ -417,62 +448,89 @@ bool dev_getline(std::string& line, FILE* file, int delimiter) {
 
 namespace {
 // The delimiters of vector values: open brace, close brace, comma, blank.
-const char LIST_DELIMITERS[] = "{}, ";
+inline bool is_list_delimiter(char c) { return c == '{' || c == '}' || c == ',' || c == ' '; }
+
+// The next token of a vector value, split like a tokenizer over those delimiters without
+// empty tokens, scanned in place: [*token, *p) on success.
+inline bool next_list_token(const char*& p, const char* end, const char** token) {
+    while (p != end && is_list_delimiter(*p)) ++p;
+    if (p == end) return false;
+    *token = p;
+    while (p != end && !is_list_delimiter(*p)) ++p;
+    return true;
+}
 }  // namespace
 
+// Splits like a tokenizer over "{}, " without empty tokens, scanning the text in place.
 bool dev_string_to_vec_double(const std::string& text, std::vector<double>& out) {
-    static DEV_TOKENIZER tokenizer;
-    static std::string token;
     out.clear();
-    tokenizer.init(text, LIST_DELIMITERS, false, false);
-    while (tokenizer.get_token(token)) {
-        if (!dev_string_is_float(token)) {
+    const char* p = text.c_str();
+    const char* const end = p + text.size();
+    const char* token;
+    while (next_list_token(p, end, &token)) {
+        if (!is_float_range(token, p)) {
             out.push_back(-1.0);
             return false;
         }
-        out.push_back(std::atof(token.c_str()));
+        // atof stops at the delimiter that ends the token (or at the text's end).
+        out.push_back(std::atof(token));
     }
     return true;
 }
 
 bool dev_string_to_vec_int(const std::string& text, std::vector<int>& out) {
-    static DEV_TOKENIZER tokenizer;
-    static std::string token;
     out.clear();
-    tokenizer.init(text, LIST_DELIMITERS, false, false);
-    int value = 0;
-    while (tokenizer.get_token(token)) {
-        if (!dev_string_to_int(token, value)) return false;
-        out.push_back(value);
+    const char* p = text.c_str();
+    const char* const end = p + text.size();
+    const char* token;
+    while (next_list_token(p, end, &token)) {
+        for (const char* c = token; c != p; ++c)
+            if (!is_digit(*c) && *c != '-') return false;
+        out.push_back(atoi_token(token, p));
     }
     return true;
 }
 
+// Tokens as a tokenizer over the list delimiters gives them with empty tokens and delimiters
+// kept: each token runs up to and including the delimiter that ends it. Tokens are
+// contiguous, so a quoted element gathered over several tokens is one range of the text.
 bool dev_string_to_vec_string(const std::string& text, std::vector<std::string>& out) {
-    static DEV_TOKENIZER tokenizer;
-    static std::string token;
-    static std::string quoted;
     out.clear();
-    // Every token ends with the delimiter that closed it (except at the very end).
-    tokenizer.init(text, LIST_DELIMITERS, true, true);
-    while (tokenizer.get_token(token)) {
-        if (token.empty() || token[0] != '"') {
-            if (!token.empty()) token.pop_back();
-            if (!token.empty()) out.push_back(token);
+    const char* const base = text.data();
+    const size_t n = text.size();
+    size_t pos = 0;
+    auto next_token = [&](size_t* b, size_t* e) {
+        if (pos >= n) return false;
+        *b = pos;
+        size_t d = pos;
+        while (d < n && !is_list_delimiter(base[d])) ++d;
+        *e = d < n ? d + 1 : n;
+        pos = *e;
+        return true;
+    };
+    auto has_quote = [&](size_t b, size_t e) { return std::memchr(base + b, '"', e - b) != nullptr; };
+    size_t b, e;
+    while (next_token(&b, &e)) {
+        if (base[b] != '"') {
+            // An unquoted element loses its last character (the delimiter that ended it).
+            if (e - 1 > b) out.emplace_back(base + b, e - 1 - b);
             continue;
         }
-        quoted.assign(token);
-        if (quoted.find('"', 1) == npos) {
+        size_t quoted_end = e;
+        if (!has_quote(b + 1, e)) {
             bool closed = false;
-            while (!closed && tokenizer.get_token(token)) {
-                quoted += token;
-                closed = token.find('"') != npos;
+            size_t tb, te;
+            while (!closed && next_token(&tb, &te)) {
+                quoted_end = te;
+                closed = has_quote(tb, te);
             }
             if (!closed) return false;
         }
-        quoted.pop_back();
-        if (quoted.size() >= 2)
-            out.push_back(quoted.substr(1, quoted.size() - 2));
+        // The gathered text loses its last character; the element lies between its first
+        // and last characters (the quotes).
+        const size_t length = quoted_end - 1 - b;
+        if (length >= 2)
+            out.emplace_back(base + b + 1, length - 2);
         else
             out.emplace_back();
     }
@@ -497,10 +555,9 @@ bool dev_string_to_int_or_enum(const ASTR_VALUE_NAMES& names, int key, const std
 bool dev_string_to_2d_int(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
                           DEV_2D_INT_ARRAY* int_2d_result) {
     if (!DEV_ASSERT(int_2d_result != NULL)) return false;
-    static DEV_TOKENIZER tokenizer;
-    static std::string row_text;
     static std::string token;
-    int_2d_result->clear();
+    DEV_2D_INT_ARRAY& result = *int_2d_result;
+    size_t rows = 0;  // rows filled so far; existing row vectors are reused
     // The first brace is the array's outer brace; rows are the braces after it.
     size_t scan = text.find('{');
     scan = scan == npos ? 0 : scan + 1;
@@ -509,31 +566,37 @@ bool dev_string_to_2d_int(const ASTR_VALUE_NAMES& names, int key, const std::str
         size_t open = text.find('{', scan);
         if (open == npos) break;
         size_t close = text.find('}', open + 1);
-        if (close == npos)
-            row_text.assign(text, open + 1, npos);
-        else
-            row_text.assign(text, open + 1, close - open - 1);
-        std::vector<int> row;
-        if (ok) {  // after a bad element later rows are collected but not parsed
-            const int row_index = static_cast<int>(int_2d_result->size());
-            tokenizer.init(row_text, ", ", false, false);
-            while (tokenizer.get_token(token)) {
-                const int column = static_cast<int>(row.size());
-                if (dev_string_is_integer(token)) {
-                    row.push_back(std::atoi(token.c_str()));
-                } else if (names.exists_enum_data_by_string(key, row_index, column, token)) {
-                    row.push_back(names.get_enum_data_by_string(key, row_index, column, token));
-                } else {
-                    row.push_back(-1);
-                    ok = false;
-                    break;
-                }
+        const char* p = text.data() + open + 1;
+        const char* const row_end = text.data() + (close == npos ? text.size() : close);
+        if (rows == result.size()) result.emplace_back();
+        std::vector<int>& row = result[rows++];
+        row.clear();
+        // After a bad element later rows are collected but not parsed. Tokens are split
+        // at commas and blanks, empty ones skipped.
+        while (ok) {
+            while (p != row_end && (*p == ',' || *p == ' ')) ++p;
+            if (p == row_end) break;
+            const char* t = p;
+            bool integer = true;
+            for (; p != row_end && *p != ',' && *p != ' '; ++p) integer = integer && (is_digit(*p) || *p == '-');
+            if (integer) {
+                row.push_back(atoi_token(t, p));
+                continue;
+            }
+            token.assign(t, p);
+            const int row_index = static_cast<int>(rows - 1);
+            const int column = static_cast<int>(row.size());
+            if (names.exists_enum_data_by_string(key, row_index, column, token)) {
+                row.push_back(names.get_enum_data_by_string(key, row_index, column, token));
+            } else {
+                row.push_back(-1);
+                ok = false;
             }
         }
-        int_2d_result->push_back(std::move(row));
         if (close == npos) break;
         scan = close + 1;
     }
+    result.resize(rows);
     return ok;
 }
 
