@@ -149,16 +149,16 @@ public:
     bool device_is_installed(DEV_DEVICE_ENUM device) const;
 
 private:
-    friend class DEV_FAMILY_MANAGER;
     const DEV_PART_DESC* part_desc(DEV_PART_ENUM part) const;
     const DEV_DEVICE_DESC* device_desc(DEV_DEVICE_ENUM device) const;
     const DEV_FAMILY_DESC* family_desc_of(const DEV_PART_DESC& part) const;
     bool family_has_corner_temperatures(const DEV_PART_DESC& part) const;
     std::vector<DEV_TIMING_MODEL_ENUM> corner_list(const std::string& list) const;
-    int family_grade_temperature(const DEV_PART_DESC& part, bool maximum, bool* distinct) const;
+    std::vector<DEV_TIMING_MODEL_ENUM> corner_list_of(const DEV_PART_DESC& part, dat_timing_models model) const;
+    int family_grade_temperature(const DEV_PART_DESC& part, bool maximum) const;
     int default_max_temp(const DEV_PART_DESC& part) const;
     int default_min_temp(const DEV_PART_DESC& part) const;
-    bool installed(DEV_DEVICE_ENUM device, const DEV_DEVICE_DESC& desc) const;
+    std::vector<int> temperature_list(const DEV_PART_DESC& part, bool maximum) const;
 
     DEV_FAMILY_INFO_MGR_BODY* m_store = nullptr;
     std::shared_ptr<DEV_PART_LIST_CACHE> m_cache;

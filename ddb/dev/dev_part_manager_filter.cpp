@@ -1,0 +1,98 @@
+// DEV_PART_MANAGER: selection of parts by family, device, package, pin count and speed
+// grade, and the test whether a device's data are installed.
+#include <cstdlib>
+
+#include "dev_family_info_mgr_body.h"
+#include "dev_part_manager.h"
+#include "dev_path.h"
+#include "host/gen.h"
+#include "host/msg.h"
+
+namespace {
+
+constexpr DEV_FAMILY_TRAIT_ENUM k_trait_new_ddb_support = static_cast<DEV_FAMILY_TRAIT_ENUM>(8);
+constexpr DEV_FAMILY_TRAIT_ENUM k_trait_requires_hdr_data = static_cast<DEV_FAMILY_TRAIT_ENUM>(9);
+
+bool is_any(const std::string& text) { return gen_stricmp(text.c_str(), "any") == 0; }
+
+// One name criterion of the filter: "any", a value of the criterion's own enumeration, a
+// part trait standing in for it, or an unknown name that no part meets.
+struct NAME_CRITERION {
+    enum KIND { ANY, VALUE, TRAIT, NOTHING } kind = ANY;
+    int value = 0;
+};
+
+template <typename EXISTS, typename GET>
+NAME_CRITERION name_criterion(const std::string& text, EXISTS exists, GET get, bool trait_allowed) {
+    NAME_CRITERION c;
+    if (is_any(text)) return c;
+    if (exists(text)) {
+        c.kind = NAME_CRITERION::VALUE;
+        c.value = get(text);
+    } else if (trait_allowed && dstr_exists_dev_part_trait_enum_by_string(text)) {
+        c.kind = NAME_CRITERION::TRAIT;
+        c.value = dstr_get_dev_part_trait_enum_by_string(text);
+    } else {
+        c.kind = NAME_CRITERION::NOTHING;
+    }
+    return c;
+}
+
+bool meets(const NAME_CRITERION& c, int value, const DEV_PART_DESC& part) {
+    switch (c.kind) {
+        case NAME_CRITERION::ANY: return true;
+        case NAME_CRITERION::VALUE: return value == c.value;
+        case NAME_CRITERION::TRAIT: return part.has_trait(static_cast<DEV_PART_TRAIT_ENUM>(c.value));
+        default: return false;
+    }
+}
+
+}  // namespace
+
+void DEV_PART_MANAGER::filter_part_list(std::vector<DEV_PART_ENUM>* parts, const std::string& family,
+                                        const std::string& device, const std::string& package,
+                                        const std::string& pin_count, const std::string& speed) const {
+    DEV_DEBUG("==> FILTER: family = %s, device = %s, package = %s, pin_count = %s, speed = %s", family.c_str(),
+              device.c_str(), package.c_str(), pin_count.c_str(), speed.c_str());
+    if (!DEV_ASSERT(parts != NULL) || !m_store) return;
+
+    const NAME_CRITERION family_c = name_criterion(
+        family, [](const std::string& s) { return dstr_exists_dev_family_enum_by_string(s); },
+        [](const std::string& s) { return static_cast<int>(dstr_get_dev_family_enum_by_string(s)); }, false);
+    const NAME_CRITERION device_c = name_criterion(
+        device, [](const std::string& s) { return dstr_exists_dev_device_enum_by_string(s); },
+        [](const std::string& s) { return static_cast<int>(dstr_get_dev_device_enum_by_string(s)); }, false);
+    const NAME_CRITERION package_c = name_criterion(
+        package, [](const std::string& s) { return dstr_exists_dev_pkg_enum_by_string(s); },
+        [](const std::string& s) { return static_cast<int>(dstr_get_dev_pkg_enum_by_string(s)); }, true);
+    const NAME_CRITERION speed_c = name_criterion(
+        speed, [](const std::string& s) { return dstr_exists_dev_speed_enum_by_string(s); },
+        [](const std::string& s) { return static_cast<int>(dstr_get_dev_speed_enum_by_string(s)); }, true);
+    const int pins = is_any(pin_count) ? 0 : std::atoi(pin_count.c_str());
+
+    // Whether each device is installed, asked once per device in this selection.
+    std::vector<signed char> installed(DEV_DEVICE_MAX, -1);
+    for (int p = DEV_PART_INVALID + 1; p < DEV_PART_MAX; ++p) {
+        if (p == DEV_PART_GENERIC) continue;
+        const DEV_PART_DESC* d = m_store->find_desc_of(static_cast<DEV_PART_ENUM>(p));
+        if (!d) continue;
+        if (!meets(family_c, d->get_family(), *d) || !meets(device_c, d->get_device(), *d)) continue;
+        if (pins > 0 && d->get_pin_count() != pins) continue;
+        if (!meets(package_c, d->get_package(), *d) || !meets(speed_c, d->get_speed_grade(), *d)) continue;
+        const DEV_DEVICE_ENUM dev = d->get_device();
+        if (dev <= DEV_DEVICE_INVALID || dev >= DEV_DEVICE_MAX) continue;
+        if (installed[dev] < 0) installed[dev] = device_is_installed(dev) ? 1 : 0;
+        if (installed[dev]) parts->push_back(static_cast<DEV_PART_ENUM>(p));
+    }
+}
+
+bool DEV_PART_MANAGER::device_is_installed(DEV_DEVICE_ENUM device) const {
+    const DEV_DEVICE_DESC* d = device_desc(device);
+    if (!d) return false;
+    FIO_PATH path;
+    if (!DEV_PATH::get_existing_device_file_path(device, "device", &path)) return false;
+    const DEV_FAMILY_DESC* family = m_store->find_desc_of(d->get_family());
+    if (family && (family->has_trait(k_trait_new_ddb_support) || family->has_trait(k_trait_requires_hdr_data)))
+        return DEV_PATH::get_existing_device_file_path(device, "hdr", &path);
+    return true;
+}
