@@ -27,6 +27,8 @@
 
 #include "dev_basic_info.h"
 #include "dev_family_info_mgr_body.h"
+#include "dev_family_manager.h"
+#include "dev_part_manager.h"
 #include "host/cfg.h"
 #include "host/gen.h"
 #include "host/msg.h"
@@ -80,11 +82,9 @@ void note_none_installed(const char* type, const char* user_name) {
     if (s_debug_path.is_on()) DEV_DEBUG("None of the legal %s files for %s is installed", type, user_name);
 }
 
-DEV_FAMILY_INFO_MGR_BODY& store() { return *DEV_FAMILY_INFO_MGR_BODY::get_instance(); }
-
 std::string family_directory(DEV_FAMILY_ENUM family) {
     std::string directory;
-    store().get_ddb_fullpath_of(family, directory);
+    DEV_FAMILY_MANAGER().get_ddb_fullpath_of(family, directory);
     return directory;
 }
 
@@ -134,11 +134,10 @@ private:
 // The family whose files a family-level search looks for: its base family when it has family
 // trait 41 and one.
 DEV_FAMILY_ENUM data_family_of(DEV_FAMILY_ENUM family) {
-    const DEV_FAMILY_DESC* desc = store().get_desc_of(family);
-    if (desc && desc->has_trait(DEV_FAMILY_TRAIT_USES_BASE_FAMILY_DATA) &&
-        desc->get_base_family_id() != DEV_FAMILY_INVALID)
-        return desc->get_base_family_id();
-    return family;
+    const DEV_FAMILY_MANAGER families;
+    if (!families.test_trait_of(family, DEV_FAMILY_TRAIT_USES_BASE_FAMILY_DATA)) return family;
+    const DEV_FAMILY_ENUM base = families.get_base_family_enum(family);
+    return base != DEV_FAMILY_INVALID ? base : family;
 }
 
 // Steps 2 to 4 of the family-level search (the type is known to be accepted).
@@ -150,12 +149,14 @@ bool search_family(DEV_FAMILY_ENUM family, DEV_PATH_CANDIDATES& candidates) {
 // The inner device-level search: the candidates of the type's row, in column order.
 bool search_device(DEV_DEVICE_ENUM device, DEV_PATH_FILE_TYPE type, DEV_BASIC_INFO* basic_info,
                    DEV_PATH_CANDIDATES& candidates) {
-    const DEV_DEVICE_DESC* desc = store().get_desc_of(device);
-    if (!desc) return false;
-    const std::string directory = family_directory(desc->get_family());
+    const DEV_FAMILY_ENUM family = DEV_PART_MANAGER().get_family_of(device);
+    if (family == DEV_FAMILY_INVALID) return false;
+    const std::string directory = family_directory(family);
     if (type == DEV_PATH_TYPE_DEVICE) {
+        // The catalogue's FILE_NAME is read from the record itself (no query names it).
+        const DEV_DEVICE_DESC* desc = DEV_FAMILY_INFO_MGR_BODY::get_instance()->find_desc_of(device);
+        if (!desc || desc->get_file_name().empty()) return false;
         const std::string& file_name = desc->get_file_name();
-        if (file_name.empty()) return false;
         FIO_PATH name;
         name.set_file_name(file_name);
         return candidates.try_file(directory, name.base_name(), name.extension());
@@ -168,47 +169,41 @@ bool search_device(DEV_DEVICE_ENUM device, DEV_PATH_FILE_TYPE type, DEV_BASIC_IN
             return true;
     }
     if (type == DEV_PATH_TYPE_RSI || type == DEV_PATH_TYPE_PART_INFO)
-        return search_family(desc->get_family(), candidates);
+        return search_family(family, candidates);
     return false;
 }
 
-// The base device of a device from its catalogue record (DEV_DEVICE_INVALID when it has none).
-DEV_DEVICE_ENUM base_device_of(DEV_DEVICE_ENUM device) {
-    const DEV_DEVICE_DESC* desc = store().get_desc_of(device);
-    if (!desc) return DEV_DEVICE_INVALID;
-    const DEV_DEVICE_ENUM base = desc->get_base_device();
-    return base > DEV_DEVICE_INVALID && base < DEV_DEVICE_GENERIC ? base : DEV_DEVICE_INVALID;
-}
-
-// Announces the base device (debug switch on) and returns it, or DEV_DEVICE_INVALID.
+// The catalogue's base device of a device, announced (debug switch on); DEV_DEVICE_INVALID
+// when it has none.
 DEV_DEVICE_ENUM next_base_device(DEV_DEVICE_ENUM device) {
-    const DEV_DEVICE_ENUM base = base_device_of(device);
-    if (base != DEV_DEVICE_INVALID && s_debug_path.is_on())
-        DEV_DEBUG("Trying base device %s", dstr_get_debug_string(base));
+    const DEV_DEVICE_ENUM base = DEV_PART_MANAGER().get_base_device_of(device);
+    if (base <= DEV_DEVICE_INVALID || base >= DEV_DEVICE_GENERIC) return DEV_DEVICE_INVALID;
+    if (s_debug_path.is_on()) DEV_DEBUG("Trying base device %s", dstr_get_debug_string(base));
     return base;
 }
 
 // The part-level candidates for `part` built on `device` (see the head of this file).
 // `first_pass` is false for the base device's pass.
-bool search_part(const DEV_PART_DESC& part, DEV_DEVICE_ENUM device, DEV_PATH_FILE_TYPE type, bool first_pass,
+bool search_part(DEV_PART_ENUM part, DEV_DEVICE_ENUM device, DEV_PATH_FILE_TYPE type, bool first_pass,
                  DEV_PATH_CANDIDATES& candidates) {
-    const bool own_name = part.has_trait(DEV_PART_TRAIT_PART_SPECIFIC_DATA_FILES);
-    const std::string directory =
-        family_directory(first_pass ? part.get_family() : store().get_family_of(device));
-    const std::string part_base = "ddb_" + lower(dstr_get_debug_string(part.get_part()));
+    const DEV_PART_MANAGER parts;
+    const bool own_name = parts.test_part_trait_of(part, DEV_PART_TRAIT_PART_SPECIFIC_DATA_FILES);
+    const std::string directory = family_directory(first_pass ? parts.get_family_of(part) : parts.get_family_of(device));
+    const std::string part_base = "ddb_" + lower(dstr_get_debug_string(part));
     std::string base = part_base;
     if (!own_name) {
-        char pins[16];
-        std::snprintf(pins, sizeof pins, "%d", part.get_pin_count());
-        base = lower(std::string("ddb_") + dstr_get_debug_string(device) +
-                     dstr_get_debug_string(part.get_package()) + pins);
-        if (type == DEV_PATH_TYPE_PKG) base += lower(part.get_package_ddb_file_name_suffix());
+        char text[256];
+        std::snprintf(text, sizeof text, "%s%s%s%d", "ddb_", dstr_get_debug_string(device),
+                      dstr_get_debug_string(parts.get_pkg_of(part)), parts.get_pin_count_of(part));
+        base = text;
+        if (type == DEV_PATH_TYPE_PKG) base += parts.get_ddb_package_file_suffix_of(part);
+        base = lower(base);
     }
     if (first_pass || !own_name) {
         if (type == DEV_PATH_TYPE_PART_INFO && first_pass && !own_name &&
             candidates.try_forms(directory, part_base))
             return true;
-        if (part.has_trait(DEV_PART_TRAIT_ENGINEERING_SAMPLE) &&
+        if (parts.test_part_trait_of(part, DEV_PART_TRAIT_ENGINEERING_SAMPLE) &&
             candidates.try_file(directory, base + "es_" + candidates.type(), "ddb")) {
             DEV_DEBUG("Using ES modifier for %s file", candidates.type());
             return true;
@@ -291,23 +286,23 @@ bool DEV_PATH::get_existing_device_file_path(DEV_PART_ENUM part, const char* fil
     valid &= DEV_ASSERT_TEXT(part < DEV_PART_GENERIC, "part < DEV_PART_GENERIC");
     valid &= DEV_ASSERT_TEXT(ret_path != NULL, "ret_path != NULL");
     valid &= DEV_ASSERT_TEXT(file_type_str != NULL, "file_type_str != NULL");
-    const DEV_PART_DESC* desc = valid ? store().get_desc_of(part) : nullptr;
-    if (!desc) {
+    const DEV_DEVICE_ENUM device = valid ? DEV_PART_MANAGER().get_device_of(part) : DEV_DEVICE_INVALID;
+    if (device == DEV_DEVICE_INVALID) {
         if (ret_path) ret_path->clear();
         return false;
     }
     const DEV_PATH_FILE_TYPE type = file_type_of(file_type_str);
-    if (type == DEV_PATH_TYPE_HDR) return get_existing_device_file_path(desc->get_device(), file_type_str, ret_path);
+    if (type == DEV_PATH_TYPE_HDR) return get_existing_device_file_path(device, file_type_str, ret_path);
     if (!type_in(type, {DEV_PATH_TYPE_PAD, DEV_PATH_TYPE_PKG, DEV_PATH_TYPE_PART_INFO})) {
         report_unsupported(file_type_str, "part");
         ret_path->clear();
         return false;
     }
     DEV_PATH_CANDIDATES candidates(s_type_names[type]);
-    bool found = search_part(*desc, desc->get_device(), type, true, candidates);
+    bool found = search_part(part, device, type, true, candidates);
     if (!found) {
-        const DEV_DEVICE_ENUM base = next_base_device(desc->get_device());
-        if (base != DEV_DEVICE_INVALID) found = search_part(*desc, base, type, false, candidates);
+        const DEV_DEVICE_ENUM base = next_base_device(device);
+        if (base != DEV_DEVICE_INVALID) found = search_part(part, base, type, false, candidates);
     }
     if (!found) note_none_installed(candidates.type(), dstr_get_user_string(part));
     return candidates.finish(found, ret_path);
