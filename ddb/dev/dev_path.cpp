@@ -61,10 +61,6 @@ DEV_PATH_FILE_TYPE file_type_of(const char* text) {
     return DEV_PATH_TYPE_UNKNOWN;
 }
 
-bool type_in(DEV_PATH_FILE_TYPE type, std::initializer_list<DEV_PATH_FILE_TYPE> types) {
-    return std::find(types.begin(), types.end(), type) != types.end();
-}
-
 std::string lower(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
@@ -76,6 +72,25 @@ void report_unsupported(const char* file_type_str, const char* level) {
     std::string text = std::string(file_type_str) +
                        " device file type not supported by get_existing_device_file_path for " + level;
     DEV_INTERNAL_ERROR(text.c_str());
+}
+
+// The checks every search starts with: the enumerator's two bounds (conditions and their
+// texts), the output, the type text, then the type against those the level accepts. Returns
+// the type, or DEV_PATH_TYPE_UNKNOWN, with `ret_path` cleared, when the search cannot go on.
+DEV_PATH_FILE_TYPE checked_type(bool above, const char* above_text, bool below, const char* below_text,
+                                const char* file_type_str, FIO_PATH* ret_path, const char* level,
+                                std::initializer_list<DEV_PATH_FILE_TYPE> accepted) {
+    bool valid = DEV_ASSERT_TEXT(above, above_text);
+    valid &= DEV_ASSERT_TEXT(below, below_text);
+    valid &= DEV_ASSERT_TEXT(ret_path != NULL, "ret_path != NULL");
+    valid &= DEV_ASSERT_TEXT(file_type_str != NULL, "file_type_str != NULL");
+    DEV_PATH_FILE_TYPE type = valid ? file_type_of(file_type_str) : DEV_PATH_TYPE_UNKNOWN;
+    if (valid && std::find(accepted.begin(), accepted.end(), type) == accepted.end()) {
+        report_unsupported(file_type_str, level);
+        type = DEV_PATH_TYPE_UNKNOWN;
+    }
+    if (type == DEV_PATH_TYPE_UNKNOWN && ret_path) ret_path->clear();
+    return type;
 }
 
 void note_none_installed(const char* type, const char* user_name) {
@@ -231,21 +246,12 @@ void DEV_PATH::build_device_file_path(DEV_FAMILY_ENUM family, const std::string&
 
 bool DEV_PATH::get_existing_device_file_path(DEV_FAMILY_ENUM family, const char* file_type_str,
                                              FIO_PATH* ret_path) {
-    bool valid = DEV_ASSERT_TEXT(family > DEV_FAMILY_INVALID, "family > DEV_FAMILY_INVALID");
-    valid &= DEV_ASSERT_TEXT(family < DEV_FAMILY_GENERIC, "family < DEV_FAMILY_GENERIC");
-    valid &= DEV_ASSERT_TEXT(ret_path != NULL, "ret_path != NULL");
-    valid &= DEV_ASSERT_TEXT(file_type_str != NULL, "file_type_str != NULL");
-    if (!valid) {
-        if (ret_path) ret_path->clear();
-        return false;
-    }
-    const DEV_PATH_FILE_TYPE type = file_type_of(file_type_str);
-    if (!type_in(type, {DEV_PATH_TYPE_HDR, DEV_PATH_TYPE_PAD, DEV_PATH_TYPE_RSI, DEV_PATH_TYPE_LEI,
-                        DEV_PATH_TYPE_PWR, DEV_PATH_TYPE_BLKRBA, DEV_PATH_TYPE_PART_INFO})) {
-        report_unsupported(file_type_str, "family");
-        ret_path->clear();
-        return false;
-    }
+    const DEV_PATH_FILE_TYPE type =
+        checked_type(family > DEV_FAMILY_INVALID, "family > DEV_FAMILY_INVALID", family < DEV_FAMILY_GENERIC,
+                     "family < DEV_FAMILY_GENERIC", file_type_str, ret_path, "family",
+                     {DEV_PATH_TYPE_HDR, DEV_PATH_TYPE_PAD, DEV_PATH_TYPE_RSI, DEV_PATH_TYPE_LEI, DEV_PATH_TYPE_PWR,
+                      DEV_PATH_TYPE_BLKRBA, DEV_PATH_TYPE_PART_INFO});
+    if (type == DEV_PATH_TYPE_UNKNOWN) return false;
     DEV_PATH_CANDIDATES candidates(s_type_names[type]);
     const bool found = search_family(family, candidates);
     if (!found) note_none_installed(candidates.type(), dstr_get_user_string(data_family_of(family)));
@@ -254,21 +260,12 @@ bool DEV_PATH::get_existing_device_file_path(DEV_FAMILY_ENUM family, const char*
 
 bool DEV_PATH::get_existing_device_file_path(DEV_DEVICE_ENUM device, const char* file_type_str,
                                              FIO_PATH* ret_path, DEV_BASIC_INFO* basic_info) {
-    bool valid = DEV_ASSERT_TEXT(device > DEV_DEVICE_INVALID, "device > DEV_DEVICE_INVALID");
-    valid &= DEV_ASSERT_TEXT(device < DEV_DEVICE_GENERIC, "device < DEV_DEVICE_GENERIC");
-    valid &= DEV_ASSERT_TEXT(ret_path != NULL, "ret_path != NULL");
-    valid &= DEV_ASSERT_TEXT(file_type_str != NULL, "file_type_str != NULL");
-    if (!valid) {
-        if (ret_path) ret_path->clear();
-        return false;
-    }
-    const DEV_PATH_FILE_TYPE type = file_type_of(file_type_str);
-    if (!type_in(type, {DEV_PATH_TYPE_DEVICE, DEV_PATH_TYPE_HDR, DEV_PATH_TYPE_PAD, DEV_PATH_TYPE_PWR,
-                        DEV_PATH_TYPE_RSI, DEV_PATH_TYPE_PART_INFO})) {
-        report_unsupported(file_type_str, "device");
-        ret_path->clear();
-        return false;
-    }
+    const DEV_PATH_FILE_TYPE type =
+        checked_type(device > DEV_DEVICE_INVALID, "device > DEV_DEVICE_INVALID", device < DEV_DEVICE_GENERIC,
+                     "device < DEV_DEVICE_GENERIC", file_type_str, ret_path, "device",
+                     {DEV_PATH_TYPE_DEVICE, DEV_PATH_TYPE_HDR, DEV_PATH_TYPE_PAD, DEV_PATH_TYPE_PWR,
+                      DEV_PATH_TYPE_RSI, DEV_PATH_TYPE_PART_INFO});
+    if (type == DEV_PATH_TYPE_UNKNOWN) return false;
     // The data-file stem candidates need the basic info (reported once, for both devices).
     if (type == DEV_PATH_TYPE_PWR && !basic_info) DEV_INTERNAL_ERROR("basic_info");
     DEV_PATH_CANDIDATES candidates(s_type_names[type]);
@@ -282,22 +279,17 @@ bool DEV_PATH::get_existing_device_file_path(DEV_DEVICE_ENUM device, const char*
 }
 
 bool DEV_PATH::get_existing_device_file_path(DEV_PART_ENUM part, const char* file_type_str, FIO_PATH* ret_path) {
-    bool valid = DEV_ASSERT_TEXT(part > DEV_PART_INVALID, "part > DEV_PART_INVALID");
-    valid &= DEV_ASSERT_TEXT(part < DEV_PART_GENERIC, "part < DEV_PART_GENERIC");
-    valid &= DEV_ASSERT_TEXT(ret_path != NULL, "ret_path != NULL");
-    valid &= DEV_ASSERT_TEXT(file_type_str != NULL, "file_type_str != NULL");
-    const DEV_DEVICE_ENUM device = valid ? DEV_PART_MANAGER().get_device_of(part) : DEV_DEVICE_INVALID;
+    const DEV_PATH_FILE_TYPE type =
+        checked_type(part > DEV_PART_INVALID, "part > DEV_PART_INVALID", part < DEV_PART_GENERIC,
+                     "part < DEV_PART_GENERIC", file_type_str, ret_path, "part",
+                     {DEV_PATH_TYPE_HDR, DEV_PATH_TYPE_PAD, DEV_PATH_TYPE_PKG, DEV_PATH_TYPE_PART_INFO});
+    if (type == DEV_PATH_TYPE_UNKNOWN) return false;
+    const DEV_DEVICE_ENUM device = DEV_PART_MANAGER().get_device_of(part);
     if (device == DEV_DEVICE_INVALID) {
-        if (ret_path) ret_path->clear();
-        return false;
-    }
-    const DEV_PATH_FILE_TYPE type = file_type_of(file_type_str);
-    if (type == DEV_PATH_TYPE_HDR) return get_existing_device_file_path(device, file_type_str, ret_path);
-    if (!type_in(type, {DEV_PATH_TYPE_PAD, DEV_PATH_TYPE_PKG, DEV_PATH_TYPE_PART_INFO})) {
-        report_unsupported(file_type_str, "part");
         ret_path->clear();
         return false;
     }
+    if (type == DEV_PATH_TYPE_HDR) return get_existing_device_file_path(device, file_type_str, ret_path);
     DEV_PATH_CANDIDATES candidates(s_type_names[type]);
     bool found = search_part(part, device, type, true, candidates);
     if (!found) {
