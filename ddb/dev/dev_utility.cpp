@@ -6,6 +6,8 @@
 // their work strings and tokenisers in function-level statics (one thread at a time).
 #include "dev_utility.h"
 
+#include <algorithm>
+#include <charconv>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
@@ -27,6 +29,19 @@ bool is_exponent_letter(char c) { return c == 'D' || c == 'd' || c == 'E' || c =
 // The value atoi gives for a token of digits and minus signs in [p, end): an optional
 // minus, then digits up to the first other character; strtol's saturation on overflow,
 // then the conversion to int, exactly as atoi does.
+// The value atof gives for a token that passed the float recogniser: from_chars on the
+// same characters (leading tabs and a plus sign skipped, as strtod does), falling back to
+// atof itself where from_chars refuses (out of range), so the result is always atof's.
+double atof_token(const char* p, const char* end) {
+    const char* q = p;
+    while (q != end && *q == '\t') ++q;
+    if (q != end && *q == '+') ++q;
+    double value = 0;
+    std::from_chars_result r = std::from_chars(q, end, value);
+    if (r.ec == std::errc()) return value;
+    return std::atof(p);  // stops at the delimiter that ends the token
+}
+
 int atoi_token(const char* p, const char* end) {
     bool negative = false;
     if (p != end && *p == '-') {
@@ -472,8 +487,7 @@ bool dev_string_to_vec_double(const std::string& text, std::vector<double>& out)
             out.push_back(-1.0);
             return false;
         }
-        // atof stops at the delimiter that ends the token (or at the text's end).
-        out.push_back(std::atof(token));
+        out.push_back(atof_token(token, p));
     }
     return true;
 }
@@ -568,9 +582,14 @@ bool dev_string_to_2d_int(const ASTR_VALUE_NAMES& names, int key, const std::str
         size_t close = text.find('}', open + 1);
         const char* p = text.data() + open + 1;
         const char* const row_end = text.data() + (close == npos ? text.size() : close);
-        if (rows == result.size()) result.emplace_back();
+        if (rows == result.size()) {
+            // One allocation per row: reserve for as many elements as the row has separators.
+            if (rows == 0) result.reserve(std::count(text.begin() + open, text.end(), '{'));
+            result.emplace_back();
+        }
         std::vector<int>& row = result[rows++];
         row.clear();
+        row.reserve(static_cast<size_t>(std::count(p, row_end, ',') + 1));
         // After a bad element later rows are collected but not parsed. Tokens are split
         // at commas and blanks, empty ones skipped.
         while (ok) {

@@ -127,7 +127,7 @@ TEST(ListParsersAgainstReference, RandomTexts) {
     std::mt19937 rng(20261122);
     const std::vector<std::string> pieces = {"{", "}", ",", " ", "\"", "a", "b c", "1", "-", "7", ".", "5",
                                              "e", "D", "+", "\t", "N00", "N11", "N01", "99999999999999999999",
-                                             "-2147483649", "x"};
+                                             "-2147483649", "x", "e999", "e-999", "0.1", "\t+"};
     std::vector<double> d1, d2;
     std::vector<int> i1, i2;
     std::vector<std::string> s1, s2;
