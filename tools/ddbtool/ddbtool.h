@@ -26,5 +26,7 @@ int ddbtool_cat(const std::vector<std::string>& args);
 int ddbtool_pack(const std::vector<std::string>& args);
 extern const DDBTOOL_COMMAND DDBTOOL_CAT;
 extern const DDBTOOL_COMMAND DDBTOOL_PACK;
+int ddbtool_catalogue(const std::vector<std::string>& args);
+extern const DDBTOOL_COMMAND DDBTOOL_CATALOGUE;
 
 #endif

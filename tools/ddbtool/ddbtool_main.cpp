@@ -9,7 +9,7 @@
 
 namespace {
 
-const DDBTOOL_COMMAND* const kCommands[] = {&DDBTOOL_CAT, &DDBTOOL_PACK};
+const DDBTOOL_COMMAND* const kCommands[] = {&DDBTOOL_CAT, &DDBTOOL_PACK, &DDBTOOL_CATALOGUE};
 
 void print_tool_usage(std::FILE* out) {
     std::fprintf(out,
