@@ -85,6 +85,9 @@ bool DEV_ARCHIVE::open(const FIO_PATH& path, int io_type) {
     if (io_type == READ) {
         if (!FIO_FILE_SYSTEM::exists(m_path)) {
             DEV_DEBUG("File %s does not exist.", full.c_str());
+            // Like a file stream that failed to open: not good, so readers stop at once.
+            m_input_file = nullptr;
+            m_input_failed = true;
             return false;
         }
         m_end_reached = false;

@@ -300,6 +300,11 @@ TEST_F(ArchiveTest, MisuseIsReported) {
 
     EXPECT_FALSE(ar.open(dir.file("missing.ddb"), DEV_ARCHIVE::READ));
     EXPECT_EQ(notes(), std::vector<std::string>{"File " + dir.file("missing.ddb") + " does not exist."});
+    // A reader that only asks good() stops at once on a file that was not there.
+    EXPECT_FALSE(ar.good());
+    std::string line = "stale";
+    EXPECT_FALSE(ar.getline(line));
+    EXPECT_EQ(line, "");
     EXPECT_TRUE(errors().empty());
 }
 
