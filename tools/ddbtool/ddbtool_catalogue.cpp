@@ -197,6 +197,10 @@ int dump(const std::vector<std::string>& args) {
         ddbtool_error(command, o.files[0] + ": cannot be read");
         return 1;
     }
+    // A text gets the derived traits a persistent file was written with, so both forms of
+    // one catalogue dump alike.
+    store.generate_part_support_traits();
+    store.generate_fastest_part_traits();
     if (!store.write_family_data(family, types[0], FIO_PATH(o.files[1]), ZLIB_NO_COMPRESSION)) {
         ddbtool_error(command, o.files[1] + ": cannot be written");
         return 1;
