@@ -42,6 +42,19 @@ bool grade_temperature(const DEV_FAMILY_DESC& d, DEV_TEMPERATURE_ENUM grade, boo
     }
 }
 
+// The grade's temperature of a record (none: 0); an illegal grade is reported in the name of
+// the query that asked.
+int temperature_of(const DEV_FAMILY_DESC* d, DEV_TEMPERATURE_ENUM grade, bool maximum) {
+    int result = 0;
+    if (d && !grade_temperature(*d, grade, maximum, &result)) {
+        char text[128];
+        std::snprintf(text, sizeof text, "Illegal value (%d) of temprerature grade argument in %s", grade,
+                      maximum ? "get_max_temperature_of" : "get_min_temperature_of");
+        DEV_INTERNAL_ERROR(text);
+    }
+    return result;
+}
+
 }  // namespace
 
 DEV_FAMILY_MANAGER::DEV_FAMILY_MANAGER() : m_store(DEV_PART_MANAGER().get_store()) {}
@@ -104,27 +117,11 @@ DEV_VOLTAGE_ENUM DEV_FAMILY_MANAGER::get_min_nominal_core_supply_voltage_enum_of
 }
 
 int DEV_FAMILY_MANAGER::get_max_temperature_of(DEV_FAMILY_ENUM family, DEV_TEMPERATURE_ENUM grade) const {
-    const DEV_FAMILY_DESC* d = family_desc(family);
-    int result = 0;
-    if (d && !grade_temperature(*d, grade, true, &result)) {
-        char text[128];
-        std::snprintf(text, sizeof text,
-                      "Illegal value (%d) of temprerature grade argument in get_max_temperature_of", grade);
-        DEV_INTERNAL_ERROR(text);
-    }
-    return result;
+    return temperature_of(family_desc(family), grade, true);
 }
 
 int DEV_FAMILY_MANAGER::get_min_temperature_of(DEV_FAMILY_ENUM family, DEV_TEMPERATURE_ENUM grade) const {
-    const DEV_FAMILY_DESC* d = family_desc(family);
-    int result = 0;
-    if (d && !grade_temperature(*d, grade, false, &result)) {
-        char text[128];
-        std::snprintf(text, sizeof text,
-                      "Illegal value (%d) of temprerature grade argument in get_min_temperature_of", grade);
-        DEV_INTERNAL_ERROR(text);
-    }
-    return result;
+    return temperature_of(family_desc(family), grade, false);
 }
 
 void DEV_FAMILY_MANAGER::add_configuration_devices_of(DEV_FAMILY_ENUM family,

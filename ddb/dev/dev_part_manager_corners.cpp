@@ -215,24 +215,22 @@ std::vector<int> DEV_PART_MANAGER::temperature_list(const DEV_PART_DESC& part, b
     return list;
 }
 
-const std::vector<int>& DEV_PART_MANAGER::get_max_temp_list(DEV_PART_ENUM part) const {
+const std::vector<int>& DEV_PART_MANAGER::cached_temperature_list(DEV_PART_ENUM part, bool maximum) const {
     static const std::vector<int> none;
     if (!DEV_ASSERT(part > DEV_PART_INVALID && part < DEV_PART_GENERIC)) return none;
-    return cached_list(m_cache->m_max_temp_lists, part, [&](bool& ok) {
+    return cached_list(maximum ? m_cache->m_max_temp_lists : m_cache->m_min_temp_lists, part, [&](bool& ok) {
         const DEV_PART_DESC* d = part_desc(part);
         ok = d != nullptr;
-        return d ? temperature_list(*d, true) : std::vector<int>();
+        return d ? temperature_list(*d, maximum) : std::vector<int>();
     });
 }
 
+const std::vector<int>& DEV_PART_MANAGER::get_max_temp_list(DEV_PART_ENUM part) const {
+    return cached_temperature_list(part, true);
+}
+
 const std::vector<int>& DEV_PART_MANAGER::get_min_temp_list(DEV_PART_ENUM part) const {
-    static const std::vector<int> none;
-    if (!DEV_ASSERT(part > DEV_PART_INVALID && part < DEV_PART_GENERIC)) return none;
-    return cached_list(m_cache->m_min_temp_lists, part, [&](bool& ok) {
-        const DEV_PART_DESC* d = part_desc(part);
-        ok = d != nullptr;
-        return d ? temperature_list(*d, false) : std::vector<int>();
-    });
+    return cached_temperature_list(part, false);
 }
 
 bool DEV_PART_MANAGER::has_selectable_temperature_range(DEV_PART_ENUM part) const {

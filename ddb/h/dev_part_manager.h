@@ -159,6 +159,7 @@ private:
     int default_max_temp(const DEV_PART_DESC& part) const;
     int default_min_temp(const DEV_PART_DESC& part) const;
     std::vector<int> temperature_list(const DEV_PART_DESC& part, bool maximum) const;
+    const std::vector<int>& cached_temperature_list(DEV_PART_ENUM part, bool maximum) const;
 
     DEV_FAMILY_INFO_MGR_BODY* m_store = nullptr;
     std::shared_ptr<DEV_PART_LIST_CACHE> m_cache;
