@@ -22,13 +22,12 @@ struct NAME_CRITERION {
     int value = 0;
 };
 
-template <typename EXISTS, typename GET>
-NAME_CRITERION name_criterion(const std::string& text, EXISTS exists, GET get, bool trait_allowed) {
+NAME_CRITERION name_criterion(const std::string& text, const DSTR_TABLE& names, bool trait_allowed) {
     NAME_CRITERION c;
     if (is_any(text)) return c;
-    if (exists(text)) {
+    if (names.exists_by_string(text)) {
         c.kind = NAME_CRITERION::VALUE;
-        c.value = get(text);
+        c.value = names.get_by_string(text);
     } else if (trait_allowed && dstr_exists_dev_part_trait_enum_by_string(text)) {
         c.kind = NAME_CRITERION::TRAIT;
         c.value = dstr_get_dev_part_trait_enum_by_string(text);
@@ -56,18 +55,10 @@ void DEV_PART_MANAGER::filter_part_list(std::vector<DEV_PART_ENUM>* parts, const
               device.c_str(), package.c_str(), pin_count.c_str(), speed.c_str());
     if (!DEV_ASSERT(parts != NULL) || !m_store) return;
 
-    const NAME_CRITERION family_c = name_criterion(
-        family, [](const std::string& s) { return dstr_exists_dev_family_enum_by_string(s); },
-        [](const std::string& s) { return static_cast<int>(dstr_get_dev_family_enum_by_string(s)); }, false);
-    const NAME_CRITERION device_c = name_criterion(
-        device, [](const std::string& s) { return dstr_exists_dev_device_enum_by_string(s); },
-        [](const std::string& s) { return static_cast<int>(dstr_get_dev_device_enum_by_string(s)); }, false);
-    const NAME_CRITERION package_c = name_criterion(
-        package, [](const std::string& s) { return dstr_exists_dev_pkg_enum_by_string(s); },
-        [](const std::string& s) { return static_cast<int>(dstr_get_dev_pkg_enum_by_string(s)); }, true);
-    const NAME_CRITERION speed_c = name_criterion(
-        speed, [](const std::string& s) { return dstr_exists_dev_speed_enum_by_string(s); },
-        [](const std::string& s) { return static_cast<int>(dstr_get_dev_speed_enum_by_string(s)); }, true);
+    const NAME_CRITERION family_c = name_criterion(family, dstr_table_dev_family_enum(), false);
+    const NAME_CRITERION device_c = name_criterion(device, dstr_table_dev_device_enum(), false);
+    const NAME_CRITERION package_c = name_criterion(package, dstr_table_dev_pkg_enum(), true);
+    const NAME_CRITERION speed_c = name_criterion(speed, dstr_table_dev_speed_enum(), true);
     const int pins = is_any(pin_count) ? 0 : std::atoi(pin_count.c_str());
 
     // Whether each device is installed, asked once per device in this selection.

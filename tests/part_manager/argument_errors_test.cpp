@@ -132,12 +132,3 @@ TEST_F(ArgumentErrors, TimingModelTable) {
     EXPECT_EQ(v, DEV_VOLTAGE_1_2V);
     EXPECT_EQ(take(), (std::vector<std::string>{"return_voltage != 0", "return_temp != 0"}));
 }
-
-TEST_F(ArgumentErrors, NamesAndTemperatureText) {
-    EXPECT_EQ(DEV_PART_MANAGER::temperature_str_to_int("-40"), -40);
-    EXPECT_EQ(DEV_PART_MANAGER::temperature_int_to_str(-55), "-55");
-    EXPECT_FALSE(pm.exists_part_enum_by_string("NO_SUCH_PART"));
-    EXPECT_EQ(pm.get_part_enum_by_string("NO_SUCH_PART"), DEV_PART_INVALID);
-    EXPECT_EQ(fm.get_family_enum_by_string("NO_SUCH_FAMILY"), DEV_FAMILY_INVALID);
-    EXPECT_TRUE(errors().empty());
-}

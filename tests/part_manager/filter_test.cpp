@@ -123,11 +123,6 @@ TEST_F(PartFilter, TraitsStandForPackagesAndSpeeds) {
         EXPECT_EQ(filter("any", "any", "any", "any", trait),
                   expected([&](const TEXT_BLOCK& p) { return p.has("TRAITS", trait); })) << trait;
     }
-    // A trait for each at once, with a family.
-    const std::string family = text().parts.at(dstr_get_debug_string(filter("any", "any", "FLIP_CHIP", "any", "LOW_POWER").at(0))).one("FAMILY");
-    EXPECT_EQ(filter(family, "any", "FLIP_CHIP", "any", "LOW_POWER"), expected([&](const TEXT_BLOCK& p) {
-                  return p.one("FAMILY") == family && p.has("TRAITS", "FLIP_CHIP") && p.has("TRAITS", "LOW_POWER");
-              }));
 }
 
 TEST_F(PartFilter, AllCriteriaTogetherAndUnknownNames) {
