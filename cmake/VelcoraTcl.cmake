@@ -16,3 +16,32 @@ foreach(test_target test_tcl_frame)
     target_link_libraries(${test_target} PRIVATE ${VELCORA_TCL_LIBRARY})
   endif()
 endforeach()
+
+# The package index: beside the library in the build tree (TCLLIBPATH=<build>/ddb), and
+# installed two levels below the library, in a directory Debian's tclsh searches for
+# prefix /usr/local (<prefix>/lib/tcltk; other prefixes name it in TCLLIBPATH).
+configure_file("${PROJECT_SOURCE_DIR}/tcl/pkgIndex.tcl" "${PROJECT_BINARY_DIR}/ddb/pkgIndex.tcl" COPYONLY)
+install(FILES "${PROJECT_SOURCE_DIR}/tcl/pkgIndex.tcl" DESTINATION "${CMAKE_INSTALL_LIBDIR}/tcltk/velcora_ddb")
+
+# Tcl tests (tests/tcl/*.test, tcltest through all.tcl) against the built package, in both
+# builds. A sanitizer-built library needs the sanitizer runtime loaded first into tclsh.
+if(VELCORA_BUILD_TESTS)
+  find_program(VELCORA_TCLSH NAMES tclsh tclsh8.6 REQUIRED)
+  add_executable(tcl_expectations "${PROJECT_SOURCE_DIR}/tests/tcl/tcl_expectations.cpp")
+  target_link_libraries(tcl_expectations PRIVATE velcora_ddb)
+  set(velcora_tcl_test_env
+    "TCLLIBPATH=${PROJECT_BINARY_DIR}/ddb"
+    "VELCORA_ROOTDIR=${VELCORA_BUNDLED_ROOT}"
+    "VELCORA_SOURCE_DIR=${PROJECT_SOURCE_DIR}"
+    "VELCORA_BINARY_DIR=${PROJECT_BINARY_DIR}"
+    "VELCORA_TCL_EXPECTATIONS=$<TARGET_FILE:tcl_expectations>")
+  if(VELCORA_SANITIZE)
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libasan.so
+                    OUTPUT_VARIABLE velcora_asan_runtime OUTPUT_STRIP_TRAILING_WHITESPACE)
+    # Leaks are not checked: tclsh itself keeps memory until exit by design.
+    list(APPEND velcora_tcl_test_env "LD_PRELOAD=${velcora_asan_runtime}"
+         "ASAN_OPTIONS=detect_leaks=0:abort_on_error=1" "VELCORA_SANITIZE=1")
+  endif()
+  add_test(NAME tcl_package COMMAND ${VELCORA_TCLSH} "${PROJECT_SOURCE_DIR}/tests/tcl/all.tcl")
+  set_tests_properties(tcl_package PROPERTIES ENVIRONMENT "${velcora_tcl_test_env}")
+endif()

@@ -6,10 +6,11 @@
 
 struct DSTR_TABLE::INDEX {
     VTL_HASH<std::string, int> by_name;
+    VTL_HASH<std::string, int> by_user;
     // value - min_value -> entry index (+1; 0 means none)
     std::vector<unsigned> by_value;
     int min_value = 0;
-    explicit INDEX(size_t n) : by_name(n * 2 + 1) {}
+    explicit INDEX(size_t n) : by_name(n * 2 + 1), by_user(n * 2 + 1) {}
 };
 
 DSTR_TABLE::DSTR_TABLE(const char* enum_name, const DSTR_ENTRY* entries, size_t count, int invalid,
@@ -30,6 +31,7 @@ const DSTR_TABLE::INDEX& DSTR_TABLE::index() const {
         if (m_count) idx->by_value.assign(static_cast<size_t>(hi - lo) + 1, 0);
         for (size_t i = 0; i < m_count; ++i) {
             idx->by_name.insert(m_entries[i].debug, static_cast<int>(i));
+            idx->by_user.insert(m_entries[i].user, static_cast<int>(i));  // the first one stays
             unsigned& slot = idx->by_value[static_cast<size_t>(m_entries[i].value - lo)];
             if (!slot) slot = static_cast<unsigned>(i + 1);
         }
@@ -44,6 +46,15 @@ bool DSTR_TABLE::exists_by_string(const std::string& name) const {
 
 int DSTR_TABLE::get_by_string(const std::string& name) const {
     const int* i = index().by_name.find(name);
+    return i ? m_entries[*i].value : m_invalid;
+}
+
+bool DSTR_TABLE::exists_by_user_string(const std::string& name) const {
+    return index().by_user.find(name) != nullptr;
+}
+
+int DSTR_TABLE::get_by_user_string(const std::string& name) const {
+    const int* i = index().by_user.find(name);
     return i ? m_entries[*i].value : m_invalid;
 }
 

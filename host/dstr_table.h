@@ -36,6 +36,10 @@ public:
     bool exists_by_string(const std::string& name) const;
     // The member's value, or the invalid value when the name is unknown.
     int get_by_string(const std::string& name) const;
+    // Look-up of a member by its exact user string (hashed as the debug strings; where two
+    // members share a user string, the first listed one answers).
+    bool exists_by_user_string(const std::string& name) const;
+    int get_by_user_string(const std::string& name) const;
     // The entry of a value, or null when no member has that value.
     const DSTR_ENTRY* find(int value) const;
     // "" for a value without a member.
