@@ -2,7 +2,10 @@
 // gathering of records for output.
 #include "dev_family_info_mgr_body.h"
 
+#include <algorithm>
+
 #include "dev_family_info.h"
+#include "host/fio.h"
 #include "host/gen.h"
 #include "host/msg.h"
 
@@ -29,7 +32,34 @@ bool take_into(TABLE& table, int index, DESC* record, bool replace) {
 
 DEV_FAMILY_INFO_MGR_BODY* DEV_FAMILY_INFO_MGR_BODY::get_instance() {
     static DEV_FAMILY_INFO_MGR_BODY instance;
+    // The load runs after construction, so queries made while loading (derived traits ask
+    // the part manager) find the store instead of re-entering its initialisation.
+    static bool load_started = false;
+    if (!load_started) {
+        load_started = true;
+        instance.load_installed_catalogue();
+    }
     return &instance;
+}
+
+bool DEV_FAMILY_INFO_MGR_BODY::load_installed_catalogue() {
+    FIO_PATH cumulative;
+    if (generate_pdb_path(DEV_FAMILY_GENERIC, DEV_FAMILY_DATA_TYPE_INFO, nullptr, &cumulative) &&
+        FIO_FILE_SYSTEM::exists(cumulative))
+        return load_family_data(DEV_FAMILY_GENERIC);
+    const std::string text = gen_get_velcora_path() + "h/dev_part_manager_auto.part";
+    if (FIO_FILE_SYSTEM::exists(text)) return read_default_family_data();
+    DEV_DEBUG("No device catalogue is installed under %s", gen_get_velcora_path().c_str());
+    return false;
+}
+
+void DEV_FAMILY_INFO_MGR_BODY::clear() {
+    for (auto& d : m_family_descriptors) d.reset();
+    for (auto& d : m_device_descriptors) d.reset();
+    for (auto& d : m_part_descriptors) d.reset();
+    std::fill(m_device_count.begin(), m_device_count.end(), 0);
+    std::fill(m_part_count.begin(), m_part_count.end(), 0);
+    m_loaded_data_type = DEV_FAMILY_DATA_TYPE_INVALID;
 }
 
 DEV_FAMILY_INFO_MGR_BODY::DEV_FAMILY_INFO_MGR_BODY()

@@ -29,8 +29,15 @@ enum DEV_FAMILY_DATA_TYPE : int {
 
 class DEV_FAMILY_INFO_MGR_BODY {
 public:
-    // The one store of the process, created on first call.
+    // The one store of the process, created on first call; creating it loads the whole
+    // catalogue (load_installed_catalogue).
     static DEV_FAMILY_INFO_MGR_BODY* get_instance();
+    // Loads every family: the cumulative persistent file of the installation when there is
+    // one, else the installation's text catalogue; with neither, a debug note and nothing.
+    bool load_installed_catalogue();
+    // Forgets every record and count (the folder table stays). For tools that check files
+    // one by one and for tests that fill the store with their own records.
+    void clear();
 
     // An empty store (tests and tools may keep stores of their own).
     DEV_FAMILY_INFO_MGR_BODY();
