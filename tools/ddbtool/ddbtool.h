@@ -28,5 +28,7 @@ extern const DDBTOOL_COMMAND DDBTOOL_CAT;
 extern const DDBTOOL_COMMAND DDBTOOL_PACK;
 int ddbtool_catalogue(const std::vector<std::string>& args);
 extern const DDBTOOL_COMMAND DDBTOOL_CATALOGUE;
+int ddbtool_check(const std::vector<std::string>& args);
+extern const DDBTOOL_COMMAND DDBTOOL_CHECK;
 
 #endif

@@ -9,7 +9,7 @@
 
 namespace {
 
-const DDBTOOL_COMMAND* const kCommands[] = {&DDBTOOL_CAT, &DDBTOOL_PACK, &DDBTOOL_CATALOGUE};
+const DDBTOOL_COMMAND* const kCommands[] = {&DDBTOOL_CAT, &DDBTOOL_PACK, &DDBTOOL_CATALOGUE, &DDBTOOL_CHECK};
 
 void print_tool_usage(std::FILE* out) {
     std::fprintf(out,
