@@ -17,7 +17,7 @@ proc ::tcltest::cleanupTestsHook {} {
 }
 runAllTests
 
-set expected_files [llength [glob -directory [configure -testdir] *.test]]
+set expected_files [llength [::tcltest::GetMatchingFiles]]
 set failed [dict get $::totals Failed]
 if {[dict get $::totals Files] != $expected_files} {
     puts "tcl: [expr {$expected_files - [dict get $::totals Files]}] test file(s) stopped before their end"

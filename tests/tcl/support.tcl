@@ -14,7 +14,7 @@ namespace eval ::support {
     variable catalogue {}
     variable tables {}
 }
-testConstraint sanitized [info exists ::env(VELCORA_SANITIZE)]
+testConstraint unsanitized [expr {![info exists ::env(VELCORA_SANITIZE)]}]
 
 # ---- what a command prints ------------------------------------------------------------------
 proc ::support::transform {subcommand handle args} {

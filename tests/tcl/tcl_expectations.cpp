@@ -16,12 +16,15 @@
 
 namespace {
 
-std::string braced(const std::string& text) { return "{" + text + "}"; }
+// A list element in Tcl's canonical form (catalogue names hold no braces or backslashes).
+std::string element(const std::string& text) {
+    if (!text.empty() && text.find_first_of(" \t\n{}[]$\";\\") == std::string::npos) return text;
+    return "{" + text + "}";
+}
 
-template <typename T>
-std::string list_of(const std::vector<T>& values) {
+std::string list_of(const std::vector<std::string>& values) {
     std::string out;
-    for (const T& v : values) out += (out.empty() ? "" : " ") + braced(v);
+    for (const std::string& v : values) out += (out.empty() ? "" : " ") + element(v);
     return out;
 }
 
@@ -44,9 +47,9 @@ std::string families() {
         fm.get_tech_migration_families_of(f, &migration);
         std::vector<std::string> names;
         for (DEV_FAMILY_ENUM m : migration) names.push_back(dstr_get_user_string(m));
-        rows.push_back(braced(dstr_get_debug_string(f)) + " " + braced(dstr_get_user_string(f)) + " " +
-                       (fm.test_trait_of(f, static_cast<DEV_FAMILY_TRAIT_ENUM>(5)) ? "1" : "0") + " " +
-                       braced(path) + " " + braced(list_of(names)));
+        rows.push_back(list_of({dstr_get_debug_string(f), dstr_get_user_string(f),
+                                fm.test_trait_of(f, static_cast<DEV_FAMILY_TRAIT_ENUM>(5)) ? "1" : "0", path,
+                                list_of(names)}));
     }
     return list_of(rows);
 }
