@@ -41,9 +41,9 @@ test: test-release test-asan
 
 run: build
 	@echo "== The bundled installation: $(CURDIR)/$(BUILD_RELEASE)/velcora"
-	@$(DDBTOOL) pack --level 9 data/samples/sample.hdr $(BUILD_RELEASE)/sample_hdr.ddb
-	@echo "== Read back through the archive (ddbtool cat):"
-	@$(DDBTOOL) cat $(BUILD_RELEASE)/sample_hdr.ddb
+	@echo "== The Tcl package ::velcora::device at the tclsh prompt (tcl/demo.tcl):"
+	@echo
+	@TCLLIBPATH=$(CURDIR)/$(BUILD_RELEASE)/ddb VELCORA_ROOTDIR=$(CURDIR)/$(BUILD_RELEASE)/velcora tclsh tcl/demo.tcl
 
 bench: build
 	@for b in $(BUILD_RELEASE)/bench/bench_*; do [ -x "$$b" ] && "$$b"; done

@@ -10,7 +10,7 @@ target_compile_definitions(velcora_ddb PRIVATE USE_TCL_STUBS)
 target_include_directories(velcora_ddb SYSTEM PRIVATE ${VELCORA_TCL_INCLUDE_DIRS})
 target_link_libraries(velcora_ddb PRIVATE ${VELCORA_TCL_STUB_LIBRARY})
 
-foreach(test_target test_tcl_frame)
+foreach(test_target test_tcl_frame test_tcl_package)
   if(TARGET ${test_target})
     target_include_directories(${test_target} SYSTEM PRIVATE ${VELCORA_TCL_INCLUDE_DIRS})
     target_link_libraries(${test_target} PRIVATE ${VELCORA_TCL_LIBRARY})
