@@ -45,3 +45,9 @@ if(VELCORA_BUILD_TESTS)
   add_test(NAME tcl_package COMMAND ${VELCORA_TCLSH} "${PROJECT_SOURCE_DIR}/tests/tcl/all.tcl")
   set_tests_properties(tcl_package PROPERTIES ENVIRONMENT "${velcora_tcl_test_env}")
 endif()
+
+# The package's benchmark runs an interpreter in its own process too.
+if(TARGET bench_tcl_package)
+  target_include_directories(bench_tcl_package SYSTEM PRIVATE ${VELCORA_TCL_INCLUDE_DIRS})
+  target_link_libraries(bench_tcl_package PRIVATE ${VELCORA_TCL_LIBRARY})
+endif()
