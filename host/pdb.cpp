@@ -55,7 +55,7 @@ PDB_SEGMENT::PDB_SEGMENT(bool writing) : m_writing(writing) {}
 void PDB_SEGMENT::fail(const std::string& message) {
     if (!m_error.empty()) return;
     m_error = message;
-    if (m_field.field) m_error += std::string(" (field ") + m_field.field + ")";
+    if (field().field) m_error += std::string(" (field ") + field().field + ")";
 }
 
 std::string PDB_SEGMENT::bytes() const {
@@ -172,7 +172,7 @@ bool PDB_SEGMENT::take(void* data, size_t size) {
             uint64_t u = static_cast<uint64_t>(v);                        \
             for (int i = 0; i < BYTES; ++i) b[i] = (u >> (8 * i)) & 0xFF; \
             put(b, BYTES);                                                \
-        } else {                                                          \
+        } else if (!take_in_place(v)) {                                   \
             v = take(b, BYTES) ? static_cast<TYPE>(get_le(b, BYTES)) : TYPE(); \
         }                                                                 \
     }
@@ -199,6 +199,17 @@ void PDB_SEGMENT::xfr(double& v) {
 }
 
 void PDB_SEGMENT::xfr(std::string& v) {
+    // Reading a well-formed length and its bytes in place; anything else takes the checked
+    // path from the length on.
+    uint32_t length;
+    if (take_in_place(length)) {
+        if (length < PDB_MAX_COLLECTION_SIZE && length <= m_payload.size() - m_pos) {
+            v.assign(m_payload.data() + m_pos, length);
+            m_pos += length;
+            return;
+        }
+        m_pos -= sizeof length;
+    }
     size_t n = v.size();
     if (!xfr_count(n, 1)) {
         if (!m_writing) v.clear();
@@ -229,7 +240,7 @@ bool PDB_SEGMENT::xfr_count(size_t& count, size_t min_element_size) {
         return true;
     }
     uint32_t n = 0;
-    xfr(n);
+    if (!take_in_place(n)) xfr(n);
     count = 0;
     if (failed()) return false;
     if (n >= PDB_MAX_COLLECTION_SIZE) {

@@ -15,7 +15,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 // Collections hold fewer than this many elements.
@@ -91,14 +93,47 @@ public:
     virtual void xfr(double& v);
     virtual void xfr(std::string& v);
 
+    // The reading fast path of the fixed-size integer transfers: takes the little-endian
+    // value straight from the payload when the segment is reading, has not failed and holds
+    // enough bytes. Otherwise false with nothing consumed, and the checked xfr reports.
+    template <typename T>
+    bool take_in_place(T& v) {
+        static_assert(std::is_integral<T>::value && !std::is_same<T, bool>::value, "integers only");
+        if (m_writing || !m_error.empty() || m_payload.size() - m_pos < sizeof(T)) return false;
+        const unsigned char* p = reinterpret_cast<const unsigned char*>(m_payload.data()) + m_pos;
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+        std::memcpy(&v, p, sizeof(T));
+#else
+        uint64_t u = 0;
+        for (size_t i = 0; i < sizeof(T); ++i) u |= static_cast<uint64_t>(p[i]) << (8 * i);
+        v = static_cast<T>(u);
+#endif
+        m_pos += sizeof(T);
+        return true;
+    }
+
+    // The same for `n` consecutive integers (a collection's elements), all or nothing.
+    template <typename T>
+    bool take_in_place(T* v, size_t n) {
+        static_assert(std::is_integral<T>::value && !std::is_same<T, bool>::value, "integers only");
+        if (m_writing || !m_error.empty() || (m_payload.size() - m_pos) / sizeof(T) < n) return false;
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+        if (n) std::memcpy(v, m_payload.data() + m_pos, n * sizeof(T));
+        m_pos += n * sizeof(T);
+#else
+        for (size_t i = 0; i < n; ++i) take_in_place(v[i]);
+#endif
+        return true;
+    }
+
     // A collection's element count: written as 32 bits; refused at PDB_MAX_COLLECTION_SIZE
     // or above ("size < PDB_MAX_COLLECTION_SIZE") and, when reading, when fewer than
     // `count * min_element_size` bytes remain.
     bool xfr_count(size_t& count, size_t min_element_size = 1);
 
-    // Field context for messages.
+    // Field context for messages: the innermost PDB_FIELD_SCOPE's, else the one set here.
     void set_field(const PDB_FIELD_CONTEXT& f) { m_field = f; }
-    const PDB_FIELD_CONTEXT& field() const { return m_field; }
+    const PDB_FIELD_CONTEXT& field() const { return m_field_scope ? *m_field_scope : m_field; }
 
     // Marks the segment failed (first message wins) and reports it.
     void fail(const std::string& message);
@@ -117,6 +152,9 @@ private:
     size_t m_pos = 0;
     std::string m_error;
     PDB_FIELD_CONTEXT m_field;
+    // The context of the innermost open PDB_FIELD_SCOPE (it lives on that scope's stack).
+    const PDB_FIELD_CONTEXT* m_field_scope = nullptr;
+    friend class PDB_FIELD_SCOPE;
 };
 
 // The name the library's serialisers use for the segment type they write to.
@@ -137,18 +175,22 @@ public:
     static void stl_begin(PDB_SEGMENT& seg) {}
 };
 
-// Sets the field context for one field and restores the previous one afterwards.
+// Sets the field context for one field and restores the previous one afterwards. Every
+// field of every object opens one, so it only links its context in and out.
 class PDB_FIELD_SCOPE {
 public:
     PDB_FIELD_SCOPE(PDB_SEGMENT& seg, const char* field, const char* type, const char* source, int line)
-        : m_seg(seg), m_saved(seg.field()) {
-        seg.set_field(PDB_FIELD_CONTEXT{field, "DEV", source, line, type});
+        : m_seg(seg), m_context{field, "DEV", source, line, type}, m_saved(seg.m_field_scope) {
+        seg.m_field_scope = &m_context;
     }
-    ~PDB_FIELD_SCOPE() { m_seg.set_field(m_saved); }
+    ~PDB_FIELD_SCOPE() { m_seg.m_field_scope = m_saved; }
+    PDB_FIELD_SCOPE(const PDB_FIELD_SCOPE&) = delete;
+    PDB_FIELD_SCOPE& operator=(const PDB_FIELD_SCOPE&) = delete;
 
 private:
     PDB_SEGMENT& m_seg;
-    PDB_FIELD_CONTEXT m_saved;
+    const PDB_FIELD_CONTEXT m_context;
+    const PDB_FIELD_CONTEXT* m_saved;
 };
 
 // Reports a broken invariant of the store.

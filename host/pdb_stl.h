@@ -16,17 +16,19 @@
 #include "host/vtl_hash.h"
 
 // Scalars: integers, enumerations (as 32-bit), booleans, doubles, strings.
+// Integers are read in place when they can be (the common case of a load), else through the
+// segment's checked transfer, which also writes.
+template <typename T>
+inline typename std::enable_if<std::is_integral<T>::value && !std::is_same<T, bool>::value>::type pdb_xfr(
+    PDB_DDB_SEGMENT& seg, T& v) {
+    if (!seg.take_in_place(v)) seg.xfr(v);
+}
 template <typename T>
 typename std::enable_if<std::is_enum<T>::value>::type pdb_xfr(PDB_DDB_SEGMENT& seg, T& v) {
     int32_t i = static_cast<int32_t>(v);
-    seg.xfr(i);
+    pdb_xfr(seg, i);
     if (seg.is_reading()) v = static_cast<T>(i);
 }
-inline void pdb_xfr(PDB_DDB_SEGMENT& seg, int32_t& v) { seg.xfr(v); }
-inline void pdb_xfr(PDB_DDB_SEGMENT& seg, uint32_t& v) { seg.xfr(v); }
-inline void pdb_xfr(PDB_DDB_SEGMENT& seg, int64_t& v) { seg.xfr(v); }
-inline void pdb_xfr(PDB_DDB_SEGMENT& seg, uint64_t& v) { seg.xfr(v); }
-inline void pdb_xfr(PDB_DDB_SEGMENT& seg, uint8_t& v) { seg.xfr(v); }
 inline void pdb_xfr(PDB_DDB_SEGMENT& seg, bool& v) { seg.xfr(v); }
 inline void pdb_xfr(PDB_DDB_SEGMENT& seg, double& v) { seg.xfr(v); }
 inline void pdb_xfr(PDB_DDB_SEGMENT& seg, std::string& v) { seg.xfr(v); }
@@ -70,6 +72,9 @@ void pdb_xfr(PDB_DDB_SEGMENT& seg, std::vector<T>& v) {
     if (seg.is_reading()) {
         v.clear();
         v.resize(n);
+        // Integer elements in one piece.
+        if constexpr (std::is_integral<T>::value && !std::is_same<T, bool>::value)
+            if (seg.take_in_place(v.data(), n)) return;
     }
     for (size_t i = 0; i < n && !seg.failed(); ++i) {
         if constexpr (std::is_same<T, bool>::value) {

@@ -29,7 +29,7 @@ void pdb_xfr(PDB_DDB_SEGMENT& seg, DEV_ENUM_FLAG<ENUM, BITS>& flag) {
     }
     for (unsigned i = 0; i < FLAG::word_count() && !seg.failed(); ++i) {
         uint64_t w = flag.get_word(i);
-        seg.xfr(w);
+        pdb_xfr(seg, w);
         if (seg.is_reading()) flag.set_word(i, w);
     }
 }

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
-#include <map>
 #include <tuple>
+#include <vector>
 
 #include "ddb_dev__pdb.h"
 #include "dev_family_info.h"
@@ -287,33 +287,34 @@ void DEV_FAMILY_INFO_MGR_BODY::generate_part_support_traits() {
 // those with the highest number SLOWEST_SPEED_GRADE (a group of one grade gets both). Parts
 // without a speed grade take no part and keep their traits.
 void DEV_FAMILY_INFO_MGR_BODY::generate_fastest_part_traits() {
-    typedef std::tuple<int, int, int> GROUP;
-    std::map<GROUP, std::pair<long, long>> bounds;  // lowest and highest number per group
-    auto number_of = [](const DEV_PART_DESC& p) {
-        return std::strtol(dstr_get_user_string(p.get_speed_grade()), nullptr, 10);
+    // Each grade's number once; then the graded parts sorted by group, each group a run.
+    std::vector<long> number_of(DEV_SPEED_GENERIC, 0);
+    for (int s = DEV_SPEED_INVALID + 1; s < DEV_SPEED_GENERIC; ++s)
+        number_of[s] = std::strtol(dstr_get_user_string(static_cast<DEV_SPEED_ENUM>(s)), nullptr, 10);
+    struct GRADED {
+        std::tuple<int, int, int> group;  // device, package, temperature grade
+        long number;
+        DEV_PART_DESC* part;
     };
-    auto group_of = [](const DEV_PART_DESC& p) {
-        return GROUP(p.get_device(), p.get_package(), p.get_temperature_grade());
-    };
-    auto graded = [](const DEV_PART_DESC& p) {
-        return p.get_speed_grade() > DEV_SPEED_INVALID && p.get_speed_grade() < DEV_SPEED_GENERIC;
-    };
-    for (const auto& p : m_part_descriptors) {
-        if (!p || !graded(*p)) continue;
-        const long n = number_of(*p);
-        auto it = bounds.find(group_of(*p));
-        if (it == bounds.end())
-            bounds.emplace(group_of(*p), std::make_pair(n, n));
-        else
-            it->second = std::make_pair(std::min(it->second.first, n), std::max(it->second.second, n));
-    }
-    for (auto& p : m_part_descriptors) {
-        if (!p || !graded(*p)) continue;
-        const long n = number_of(*p);
-        const auto& b = bounds[group_of(*p)];
-        p->traits().clear(DEV_PART_TRAIT_FASTEST_SPEED_GRADE);
-        p->traits().clear(DEV_PART_TRAIT_SLOWEST_SPEED_GRADE);
-        if (n == b.first) p->traits().set(DEV_PART_TRAIT_FASTEST_SPEED_GRADE);
-        if (n == b.second) p->traits().set(DEV_PART_TRAIT_SLOWEST_SPEED_GRADE);
+    std::vector<GRADED> graded;
+    for (auto& p : m_part_descriptors)
+        if (p && p->get_speed_grade() > DEV_SPEED_INVALID && p->get_speed_grade() < DEV_SPEED_GENERIC)
+            graded.push_back({std::make_tuple(static_cast<int>(p->get_device()), static_cast<int>(p->get_package()),
+                                              static_cast<int>(p->get_temperature_grade())),
+                              number_of[p->get_speed_grade()], p.get()});
+    std::sort(graded.begin(), graded.end(), [](const GRADED& a, const GRADED& b) { return a.group < b.group; });
+    for (size_t first = 0, end; first < graded.size(); first = end) {
+        long lowest = graded[first].number, highest = lowest;
+        for (end = first + 1; end < graded.size() && graded[end].group == graded[first].group; ++end) {
+            lowest = std::min(lowest, graded[end].number);
+            highest = std::max(highest, graded[end].number);
+        }
+        for (size_t i = first; i < end; ++i) {
+            DEV_PART_TRAIT_FLAG& traits = graded[i].part->traits();
+            traits.clear(DEV_PART_TRAIT_FASTEST_SPEED_GRADE);
+            traits.clear(DEV_PART_TRAIT_SLOWEST_SPEED_GRADE);
+            if (graded[i].number == lowest) traits.set(DEV_PART_TRAIT_FASTEST_SPEED_GRADE);
+            if (graded[i].number == highest) traits.set(DEV_PART_TRAIT_SLOWEST_SPEED_GRADE);
+        }
     }
 }
