@@ -63,8 +63,12 @@ std::string part_filter_word(const DSTR_TABLE& table, const std::string& word) {
     return value != table.invalid_value() ? table.debug_string(value) : word;
 }
 
-int illegal_trait(Tcl_Interp* interp, const char* kind) {
-    return atcl_error_msg(interp, "ERROR: Illegal %s trait. Specify a legal %s trait name.", kind, kind);
+// The trait a user named (`kind` is "family", "device" or "part"); false with the error set.
+template <typename ENUM>
+bool find_trait(Tcl_Interp* interp, const DSTR_TABLE& table, const char* kind, const std::string& word, ENUM* trait) {
+    if (dev_tcl_find_name(table, word, trait)) return true;
+    atcl_error_msg(interp, "ERROR: Illegal %s trait. Specify a legal %s trait name.", kind, kind);
+    return false;
 }
 
 }  // namespace
@@ -117,19 +121,25 @@ int dev_tcl_lookup_name(const DSTR_TABLE& table, const std::string& word) {
     return table.is_valid(value) ? value : table.invalid_value();
 }
 
-int dev_tcl_illegal_part(Tcl_Interp* interp, const std::string& word) {
-    return atcl_error_msg(interp,
-                          "ERROR: Illegal part name: %s. Specify a legal part name. Use \"report_family_info\", "
-                          "\"report_device_info\", or \"get_part_list\" to find available parts.",
-                          word.c_str());
+bool dev_tcl_find_part(Tcl_Interp* interp, const std::string& word, DEV_PART_ENUM* part) {
+    if (dev_tcl_find_name(dstr_table_dev_part_enum(), word, part)) return true;
+    atcl_error_msg(interp,
+                   "ERROR: Illegal part name: %s. Specify a legal part name. Use \"report_family_info\", "
+                   "\"report_device_info\", or \"get_part_list\" to find available parts.",
+                   word.c_str());
+    return false;
 }
 
-int dev_tcl_illegal_family(Tcl_Interp* interp, const std::string& word) {
-    return atcl_error_msg(interp, "ERROR: Illegal family name: %s. Specify a legal family name.", word.c_str());
+bool dev_tcl_find_family(Tcl_Interp* interp, const std::string& word, DEV_FAMILY_ENUM* family) {
+    if (dev_tcl_find_name(dstr_table_dev_family_enum(), word, family)) return true;
+    atcl_error_msg(interp, "ERROR: Illegal family name: %s. Specify a legal family name.", word.c_str());
+    return false;
 }
 
-int dev_tcl_illegal_device(Tcl_Interp* interp, const std::string& word) {
-    return atcl_error_msg(interp, "ERROR: Illegal device name: %s. Specify a legal device name.", word.c_str());
+bool dev_tcl_find_device(Tcl_Interp* interp, const std::string& word, DEV_DEVICE_ENUM* device) {
+    if (dev_tcl_find_name(dstr_table_dev_device_enum(), word, device)) return true;
+    atcl_error_msg(interp, "ERROR: Illegal device name: %s. Specify a legal device name.", word.c_str());
+    return false;
 }
 
 // ---- families -----------------------------------------------------------------------------
@@ -165,24 +175,20 @@ int dev_tcl_enumerate_family_traits(ClientData, Tcl_Interp* interp, int objc, Tc
 int dev_tcl_test_family_trait_of(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[]) {
     ATCL_ARGS args;
     if (int rc = dev_tcl_args_test_family_trait_of(&args, interp, objc, objv)) return rc;
-    const std::string& family_name = args.get_one_arg_option(DEV_AUTO_ARGUMENT_FAMILY);
     DEV_FAMILY_ENUM family;
-    if (!dev_tcl_find_name(dstr_table_dev_family_enum(), family_name, &family))
-        return dev_tcl_illegal_family(interp, family_name);
     DEV_FAMILY_TRAIT_ENUM trait;
-    if (!dev_tcl_find_name(dstr_table_dev_family_trait_enum(), args.get_one_arg_option(DEV_AUTO_ARGUMENT_TRAIT),
-                           &trait))
-        return illegal_trait(interp, "family");
+    if (!dev_tcl_find_family(interp, args.get_one_arg_option(DEV_AUTO_ARGUMENT_FAMILY), &family) ||
+        !find_trait(interp, dstr_table_dev_family_trait_enum(), "family", args.get_one_arg_option(DEV_AUTO_ARGUMENT_TRAIT),
+                    &trait))
+        return TCL_ERROR;
     return set_int_result(interp, DEV_FAMILY_MANAGER().test_trait_of(family, trait) ? 1 : 0);
 }
 
 int dev_tcl_get_family_info(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[]) {
     ATCL_ARGS args;
     if (int rc = dev_tcl_args_get_family_info(&args, interp, objc, objv)) return rc;
-    const std::string& family_name = args.get_one_arg_option(DEV_AUTO_ARGUMENT_FAMILY);
     DEV_FAMILY_ENUM family;
-    if (!dev_tcl_find_name(dstr_table_dev_family_enum(), family_name, &family))
-        return dev_tcl_illegal_family(interp, family_name);
+    if (!dev_tcl_find_family(interp, args.get_one_arg_option(DEV_AUTO_ARGUMENT_FAMILY), &family)) return TCL_ERROR;
 
     DEV_FAMILY_MANAGER family_manager;
     Tcl_ResetResult(interp);
@@ -229,12 +235,12 @@ int dev_tcl_get_part_list(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* con
 int dev_tcl_test_part_trait_of(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[]) {
     ATCL_ARGS args;
     if (int rc = dev_tcl_args_test_part_trait_of(&args, interp, objc, objv)) return rc;
-    const std::string& part_name = args.get_one_arg_option(DEV_AUTO_ARGUMENT_PART);
     DEV_PART_ENUM part;
-    if (!dev_tcl_find_name(dstr_table_dev_part_enum(), part_name, &part)) return dev_tcl_illegal_part(interp, part_name);
     DEV_PART_TRAIT_ENUM trait;
-    if (!dev_tcl_find_name(dstr_table_dev_part_trait_enum(), args.get_one_arg_option(DEV_AUTO_ARGUMENT_TRAIT), &trait))
-        return illegal_trait(interp, "part");
+    if (!dev_tcl_find_part(interp, args.get_one_arg_option(DEV_AUTO_ARGUMENT_PART), &part) ||
+        !find_trait(interp, dstr_table_dev_part_trait_enum(), "part", args.get_one_arg_option(DEV_AUTO_ARGUMENT_TRAIT),
+                    &trait))
+        return TCL_ERROR;
     Tcl_SetObjResult(interp, Tcl_NewBooleanObj(DEV_PART_MANAGER().test_part_trait_of(part, trait) ? 1 : 0));
     return TCL_OK;
 }
@@ -242,23 +248,20 @@ int dev_tcl_test_part_trait_of(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj
 int dev_tcl_test_device_trait_of(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[]) {
     ATCL_ARGS args;
     if (int rc = dev_tcl_args_test_device_trait_of(&args, interp, objc, objv)) return rc;
-    const std::string& device_name = args.get_one_arg_option(DEV_AUTO_ARGUMENT_DEVICE);
     DEV_DEVICE_ENUM device;
-    if (!dev_tcl_find_name(dstr_table_dev_device_enum(), device_name, &device))
-        return dev_tcl_illegal_device(interp, device_name);
     DEV_DEVICE_TRAIT_ENUM trait;
-    if (!dev_tcl_find_name(dstr_table_dev_device_trait_enum(), args.get_one_arg_option(DEV_AUTO_ARGUMENT_TRAIT),
-                           &trait))
-        return illegal_trait(interp, "device");
+    if (!dev_tcl_find_device(interp, args.get_one_arg_option(DEV_AUTO_ARGUMENT_DEVICE), &device) ||
+        !find_trait(interp, dstr_table_dev_device_trait_enum(), "device", args.get_one_arg_option(DEV_AUTO_ARGUMENT_TRAIT),
+                    &trait))
+        return TCL_ERROR;
     return set_int_result(interp, DEV_PART_MANAGER().test_device_trait_of(device, trait) ? 1 : 0);
 }
 
 int dev_tcl_get_part_info(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[]) {
     ATCL_ARGS args;
     if (int rc = dev_tcl_args_get_part_info(&args, interp, objc, objv)) return rc;
-    const std::string& part_name = args.get_one_arg_option(DEV_AUTO_ARGUMENT_PART);
     DEV_PART_ENUM part;
-    if (!dev_tcl_find_name(dstr_table_dev_part_enum(), part_name, &part)) return dev_tcl_illegal_part(interp, part_name);
+    if (!dev_tcl_find_part(interp, args.get_one_arg_option(DEV_AUTO_ARGUMENT_PART), &part)) return TCL_ERROR;
 
     DEV_PART_MANAGER part_manager;
     LIST_RESULT result;
@@ -300,18 +303,16 @@ int dev_tcl_get_dstr_string(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* c
     const bool debug = args.get_no_arg_option(DEV_AUTO_ARGUMENT_DEBUG);
     if (!device_name.empty()) {
         DEV_DEVICE_ENUM device;
-        if (!dev_tcl_find_name(dstr_table_dev_device_enum(), device_name, &device))
-            return dev_tcl_illegal_device(interp, device_name);
+        if (!dev_tcl_find_device(interp, device_name, &device)) return TCL_ERROR;
         return set_string_result(interp, debug ? dstr_get_debug_string(device) : dstr_get_user_string(device));
     }
     if (!family_name.empty()) {
         DEV_FAMILY_ENUM family;
-        if (!dev_tcl_find_name(dstr_table_dev_family_enum(), family_name, &family))
-            return dev_tcl_illegal_family(interp, family_name);
+        if (!dev_tcl_find_family(interp, family_name, &family)) return TCL_ERROR;
         return set_string_result(interp, debug ? dstr_get_debug_string(family) : dstr_get_user_string(family));
     }
     DEV_PART_ENUM part;
-    if (!dev_tcl_find_name(dstr_table_dev_part_enum(), part_name, &part)) return dev_tcl_illegal_part(interp, part_name);
+    if (!dev_tcl_find_part(interp, part_name, &part)) return TCL_ERROR;
     return set_string_result(interp, debug ? dstr_get_debug_string(part) : dstr_get_user_string(part));
 }
 
@@ -333,7 +334,7 @@ int dev_tcl_get_temperature_option(ClientData, Tcl_Interp* interp, int objc, Tcl
     const std::string& part_name = args.get_one_arg_option(DEV_AUTO_ARGUMENT_PART);
     if (part_name.empty()) return TCL_OK;
     DEV_PART_ENUM part;
-    if (!dev_tcl_find_name(dstr_table_dev_part_enum(), part_name, &part)) return dev_tcl_illegal_part(interp, part_name);
+    if (!dev_tcl_find_part(interp, part_name, &part)) return TCL_ERROR;
 
     DEV_PART_MANAGER part_manager;
     if (default_max) return set_int_result(interp, part_manager.get_default_max_temp(part));

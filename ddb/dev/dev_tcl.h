@@ -41,9 +41,10 @@ bool dev_tcl_find_name(const DSTR_TABLE& table, const std::string& word, ENUM* v
     return *value != static_cast<ENUM>(table.invalid_value());
 }
 
-// The "Illegal ... name" errors of the package (status 1 with the message as result).
-int dev_tcl_illegal_part(Tcl_Interp* interp, const std::string& word);
-int dev_tcl_illegal_family(Tcl_Interp* interp, const std::string& word);
-int dev_tcl_illegal_device(Tcl_Interp* interp, const std::string& word);
+// The part, family or device a user named; false, with the package's "Illegal ... name"
+// error as the interpreter's result, for a word that names none.
+bool dev_tcl_find_part(Tcl_Interp* interp, const std::string& word, DEV_PART_ENUM* part);
+bool dev_tcl_find_family(Tcl_Interp* interp, const std::string& word, DEV_FAMILY_ENUM* family);
+bool dev_tcl_find_device(Tcl_Interp* interp, const std::string& word, DEV_DEVICE_ENUM* device);
 
 #endif

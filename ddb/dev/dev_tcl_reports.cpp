@@ -60,9 +60,8 @@ void print_section(const char* heading, const std::set<std::string>& members) {
 int dev_tcl_report_part_info(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[]) {
     ATCL_ARGS args;
     if (int rc = dev_tcl_args_report_part_info(&args, interp, objc, objv)) return rc;
-    const std::string& part_name = args.get_one_arg_option(DEV_AUTO_ARGUMENT_PART);
     DEV_PART_ENUM part;
-    if (!dev_tcl_find_name(dstr_table_dev_part_enum(), part_name, &part)) return dev_tcl_illegal_part(interp, part_name);
+    if (!dev_tcl_find_part(interp, args.get_one_arg_option(DEV_AUTO_ARGUMENT_PART), &part)) return TCL_ERROR;
 
     DEV_PART_MANAGER part_manager;
     const DEV_FAMILY_ENUM family = part_manager.get_family_of(part);
@@ -99,10 +98,8 @@ int dev_tcl_report_part_info(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* 
 int dev_tcl_report_device_info(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[]) {
     ATCL_ARGS args;
     if (int rc = dev_tcl_args_report_device_info(&args, interp, objc, objv)) return rc;
-    const std::string& device_name = args.get_one_arg_option(DEV_AUTO_ARGUMENT_DEVICE);
     DEV_DEVICE_ENUM device;
-    if (!dev_tcl_find_name(dstr_table_dev_device_enum(), device_name, &device))
-        return dev_tcl_illegal_device(interp, device_name);
+    if (!dev_tcl_find_device(interp, args.get_one_arg_option(DEV_AUTO_ARGUMENT_DEVICE), &device)) return TCL_ERROR;
 
     DEV_PART_MANAGER part_manager;
     const DEV_FAMILY_ENUM family = part_manager.get_family_of(device);
@@ -128,10 +125,8 @@ int dev_tcl_report_device_info(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj
 int dev_tcl_report_family_info(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[]) {
     ATCL_ARGS args;
     if (int rc = dev_tcl_args_report_family_info(&args, interp, objc, objv)) return rc;
-    const std::string& family_name = args.get_one_arg_option(DEV_AUTO_ARGUMENT_FAMILY);
     DEV_FAMILY_ENUM family;
-    if (!dev_tcl_find_name(dstr_table_dev_family_enum(), family_name, &family))
-        return dev_tcl_illegal_family(interp, family_name);
+    if (!dev_tcl_find_family(interp, args.get_one_arg_option(DEV_AUTO_ARGUMENT_FAMILY), &family)) return TCL_ERROR;
 
     DEV_PART_MANAGER part_manager;
     print_line(RULE);
