@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 #include "host/msg.h"
 
@@ -95,7 +96,19 @@ DEV_ATTRIBUTE_SYNTAX::DEV_ATTRIBUTE_SYNTAX(const DEV_ATTRIBUTE_FORMAT& format) :
     // engine directly so that group texts are cut out of the line without copying it.
     for (int k = 0; k < ASTR_KIND_COUNT; ++k) {
         m_compiled[k] = format.pattern[k] != nullptr;
-        if (m_compiled[k]) m_patterns[k].pattern(DEV_REGEXP(format.pattern[k]).engine_pattern());
+        m_required_prefix[k] = nullptr;
+        m_required_prefix_length[k] = 0;
+        if (!m_compiled[k]) continue;
+        m_patterns[k].pattern(DEV_REGEXP(format.pattern[k]).engine_pattern());
+        // Patterns of the form [^]\s*(<prefix>... cannot match a line whose first word lacks
+        // the prefix; such lines are refused without asking the engine (same outcome).
+        std::string text = format.pattern[k];
+        if (!text.empty() && text[0] == '^') text.erase(0, 1);
+        const std::string lead = std::string("\\s*(") + astr_kind_prefix(static_cast<ASTR_KIND>(k));
+        if (text.compare(0, lead.size(), lead) == 0) {
+            m_required_prefix[k] = astr_kind_prefix(static_cast<ASTR_KIND>(k));
+            m_required_prefix_length[k] = std::strlen(m_required_prefix[k]);
+        }
     }
     m_continuation.pattern(DEV_REGEXP(DEV_2D_CONTINUATION_PATTERN).engine_pattern());
 }
@@ -111,8 +124,18 @@ bool DEV_ATTRIBUTE_SYNTAX::match_group(VTL_REGEXP& regexp, const std::string& li
     return true;
 }
 
+namespace {
+// The blanks of "\s" as the pattern translation spells them out.
+inline bool is_pattern_blank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
+}  // namespace
+
 bool DEV_ATTRIBUTE_SYNTAX::match(ASTR_KIND kind, const std::string& line) {
     if (static_cast<unsigned>(kind) >= ASTR_KIND_COUNT || !m_compiled[kind]) return false;
+    if (const char* prefix = m_required_prefix[kind]) {
+        size_t i = 0;
+        while (i < line.size() && is_pattern_blank(line[i])) ++i;
+        if (line.compare(i, m_required_prefix_length[kind], prefix) != 0) return false;
+    }
     VTL_REGEXP& regexp = m_patterns[kind];
     if (!match_group(regexp, line, 1, m_key)) return false;
     VTL_RANGE r = regexp.group(2);

@@ -82,6 +82,10 @@ private:
     const DEV_ATTRIBUTE_FORMAT& m_format;
     VTL_REGEXP m_patterns[ASTR_KIND_COUNT];
     bool m_compiled[ASTR_KIND_COUNT];
+    // The key prefix a line must show after its leading blanks for the kind's pattern to
+    // match, when the pattern reads "\s*(" and that prefix first (null: always ask the engine).
+    const char* m_required_prefix[ASTR_KIND_COUNT];
+    size_t m_required_prefix_length[ASTR_KIND_COUNT];
     VTL_REGEXP m_continuation;
     std::string m_key;
     std::string m_value;
