@@ -134,7 +134,8 @@ bool DEV_ATTRIBUTE_SYNTAX::match(ASTR_KIND kind, const std::string& line) {
     if (const char* prefix = m_required_prefix[kind]) {
         size_t i = 0;
         while (i < line.size() && is_pattern_blank(line[i])) ++i;
-        if (line.compare(i, m_required_prefix_length[kind], prefix) != 0) return false;
+        const size_t n = m_required_prefix_length[kind];
+        if (line.size() - i < n || std::memcmp(line.data() + i, prefix, n) != 0) return false;
     }
     VTL_REGEXP& regexp = m_patterns[kind];
     if (!match_group(regexp, line, 1, m_key)) return false;
