@@ -35,19 +35,11 @@
         return seg;                                                                         \
     }
 
-#define DEV_PDB_NO_AUTO_MATCH_TEXT(CLASS) \
-    DEV_INTERNAL_ERROR("Auto-generation of " #CLASS "::is_auto_match_pdb_xfr is not enabled")
-
 // No stored class compares its persistent image automatically.
-#define DEV_PDB_NO_AUTO_MATCH(CLASS)                                                        \
-    bool CLASS::is_auto_match_pdb_xfr(CLASS*, PDB_MATCH_DATA*) {                            \
-        DEV_PDB_NO_AUTO_MATCH_TEXT(CLASS);                                                  \
-        return false;                                                                       \
-    }
-#define DEV_PDB_NO_AUTO_MATCH_FREE(CLASS)                                                   \
-    bool is_auto_match_pdb_xfr(CLASS*, PDB_MATCH_DATA*) {                                   \
-        DEV_PDB_NO_AUTO_MATCH_TEXT(CLASS);                                                  \
-        return false;                                                                       \
+#define DEV_PDB_NO_AUTO_MATCH(CLASS)                                                                \
+    bool CLASS::is_auto_match_pdb_xfr(CLASS*, PDB_MATCH_DATA*) {                                    \
+        DEV_INTERNAL_ERROR("Auto-generation of " #CLASS "::is_auto_match_pdb_xfr is not enabled"); \
+        return false;                                                                               \
     }
 
 // ---------------------------------------------------------------------------------------
@@ -70,9 +62,9 @@ DEV_PDB_NO_AUTO_MATCH(DEV_STRING_VALUE)
 DEV_PDB_VISITED_SERIALIZER(DEV_FAMILY_DESC)
 DEV_PDB_VISITED_SERIALIZER(DEV_DEVICE_DESC)
 DEV_PDB_VISITED_SERIALIZER(DEV_PART_DESC)
-DEV_PDB_NO_AUTO_MATCH_FREE(DEV_FAMILY_DESC)
-DEV_PDB_NO_AUTO_MATCH_FREE(DEV_DEVICE_DESC)
-DEV_PDB_NO_AUTO_MATCH_FREE(DEV_PART_DESC)
+DEV_PDB_NO_AUTO_MATCH(DEV_FAMILY_DESC)
+DEV_PDB_NO_AUTO_MATCH(DEV_DEVICE_DESC)
+DEV_PDB_NO_AUTO_MATCH(DEV_PART_DESC)
 
 // The root's lists hold owned records when read (the storage object owns what it reads).
 namespace {
@@ -96,4 +88,4 @@ PDB_DDB_SEGMENT& operator<<(PDB_DDB_SEGMENT& seg, DEV_FAMILY_INFO& object) {
     PDB_SEGMENT_BASE::serialize_end(seg);
     return seg;
 }
-DEV_PDB_NO_AUTO_MATCH_FREE(DEV_FAMILY_INFO)
+DEV_PDB_NO_AUTO_MATCH(DEV_FAMILY_INFO)

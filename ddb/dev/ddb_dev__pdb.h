@@ -57,10 +57,4 @@ DEV_PDB_DECLARE(DEV_DEVICE_DESC)
 DEV_PDB_DECLARE(DEV_PART_DESC)
 DEV_PDB_DECLARE(DEV_FAMILY_INFO)
 
-// The auto-match hooks of the catalogue classes (none is generated: each reports so).
-bool is_auto_match_pdb_xfr(DEV_FAMILY_DESC* object, PDB_MATCH_DATA* data);
-bool is_auto_match_pdb_xfr(DEV_DEVICE_DESC* object, PDB_MATCH_DATA* data);
-bool is_auto_match_pdb_xfr(DEV_PART_DESC* object, PDB_MATCH_DATA* data);
-bool is_auto_match_pdb_xfr(DEV_FAMILY_INFO* object, PDB_MATCH_DATA* data);
-
 #endif

@@ -23,6 +23,9 @@ public:
     bool owns_records() const { return m_owns_records; }
     void set_owns_records(bool owns) { m_owns_records = owns; }
 
+    // The persistent store's auto-match hook; not generated for this class (reports so).
+    static bool is_auto_match_pdb_xfr(DEV_FAMILY_INFO* object, PDB_MATCH_DATA* data);
+
     // Empties the lists (deleting the records when owned).
     void clear() {
         if (m_owns_records) {

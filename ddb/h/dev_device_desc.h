@@ -10,6 +10,8 @@
 #include "dev_enum_flag.h"
 #include "host/dstr.h"
 
+struct PDB_MATCH_DATA;
+
 class DEV_DEVICE_DESC {
 public:
     explicit DEV_DEVICE_DESC(DEV_DEVICE_ENUM device = DEV_DEVICE_INVALID) : m_device(device) {}
@@ -44,6 +46,9 @@ public:
 
     bool operator==(const DEV_DEVICE_DESC& o) const;
     bool operator!=(const DEV_DEVICE_DESC& o) const { return !(*this == o); }
+
+    // The persistent store's auto-match hook; not generated for this class (reports so).
+    static bool is_auto_match_pdb_xfr(DEV_DEVICE_DESC* object, PDB_MATCH_DATA* data);
 };
 
 #endif

@@ -10,6 +10,8 @@
 #include "dev_enum_flag.h"
 #include "host/dstr.h"
 
+struct PDB_MATCH_DATA;
+
 class DEV_FAMILY_DESC {
 public:
     explicit DEV_FAMILY_DESC(DEV_FAMILY_ENUM family = DEV_FAMILY_INVALID) : m_family(family) {}
@@ -69,6 +71,9 @@ public:
 
     bool operator==(const DEV_FAMILY_DESC& o) const;
     bool operator!=(const DEV_FAMILY_DESC& o) const { return !(*this == o); }
+
+    // The persistent store's auto-match hook; not generated for this class (reports so).
+    static bool is_auto_match_pdb_xfr(DEV_FAMILY_DESC* object, PDB_MATCH_DATA* data);
 };
 
 #endif

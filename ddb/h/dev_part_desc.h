@@ -12,6 +12,8 @@
 #include "dev_enum_flag.h"
 #include "host/dstr.h"
 
+struct PDB_MATCH_DATA;
+
 class DEV_PART_DESC {
 public:
     explicit DEV_PART_DESC(DEV_PART_ENUM part = DEV_PART_INVALID) : m_part(part) {}
@@ -77,6 +79,9 @@ public:
 
     bool operator==(const DEV_PART_DESC& o) const;
     bool operator!=(const DEV_PART_DESC& o) const { return !(*this == o); }
+
+    // The persistent store's auto-match hook; not generated for this class (reports so).
+    static bool is_auto_match_pdb_xfr(DEV_PART_DESC* object, PDB_MATCH_DATA* data);
 };
 
 #endif

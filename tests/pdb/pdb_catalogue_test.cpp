@@ -200,13 +200,17 @@ TEST_F(PdbCatalogueTest, AutoMatchIsNotGenerated) {
     DEV_STRING_VALUE s;
     EXPECT_FALSE(DEV_STRING_VALUE::is_auto_match_pdb_xfr(&s, nullptr));
     EXPECT_FALSE(DEV_INT_VALUE::is_auto_match_pdb_xfr(nullptr, nullptr));
-    EXPECT_FALSE(is_auto_match_pdb_xfr(static_cast<DEV_PART_DESC*>(nullptr), nullptr));
-    EXPECT_FALSE(is_auto_match_pdb_xfr(static_cast<DEV_FAMILY_INFO*>(nullptr), nullptr));
+    EXPECT_FALSE(DEV_PART_DESC::is_auto_match_pdb_xfr(nullptr, nullptr));
+    EXPECT_FALSE(DEV_FAMILY_INFO::is_auto_match_pdb_xfr(nullptr, nullptr));
+    EXPECT_FALSE(DEV_FAMILY_DESC::is_auto_match_pdb_xfr(nullptr, nullptr));
+    EXPECT_FALSE(DEV_DEVICE_DESC::is_auto_match_pdb_xfr(nullptr, nullptr));
     EXPECT_EQ(errors(), (std::vector<std::string>{
                             "Auto-generation of DEV_STRING_VALUE::is_auto_match_pdb_xfr is not enabled",
                             "Auto-generation of DEV_INT_VALUE::is_auto_match_pdb_xfr is not enabled",
                             "Auto-generation of DEV_PART_DESC::is_auto_match_pdb_xfr is not enabled",
-                            "Auto-generation of DEV_FAMILY_INFO::is_auto_match_pdb_xfr is not enabled"}));
+                            "Auto-generation of DEV_FAMILY_INFO::is_auto_match_pdb_xfr is not enabled",
+                            "Auto-generation of DEV_FAMILY_DESC::is_auto_match_pdb_xfr is not enabled",
+                            "Auto-generation of DEV_DEVICE_DESC::is_auto_match_pdb_xfr is not enabled"}));
 }
 
 }  // namespace
