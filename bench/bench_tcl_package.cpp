@@ -125,7 +125,6 @@ void BM_TclReportPartInfo(benchmark::State& state) {
 
 // Baseline: a Tcl script printing the same report with puts, one literal line each.
 void BM_TclPutsReport(benchmark::State& state) {
-    Tcl_Interp* interp = interpreter();
     std::string script;
     for (int line = 0; line < 16; ++line)
         script += "puts {Lcell Count  : 25000 line " + std::to_string(line) + "}\n";

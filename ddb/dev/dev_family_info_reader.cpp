@@ -263,6 +263,11 @@ bool DEV_FAMILY_INFO_MGR_BODY::read_family_data(const FIO_PATH& path) {
             ++counts[record_family];
         }
     };
+    // "end" of a device or part block: the record must exist (a block without body lines
+    // never created one) and name its family; a new record counts once for that family.
+    auto close_record_block = [&](const auto* desc, const char* missing_record, std::vector<int>& counts) {
+        if (DEV_ASSERT_TEXT(desc != NULL, missing_record)) check_family_at_end(desc->get_family(), counts);
+    };
 
     while (more || pending) {
         if (!pending) {
@@ -327,10 +332,8 @@ bool DEV_FAMILY_INFO_MGR_BODY::read_family_data(const FIO_PATH& path) {
         case IN_DEVICE:
             if (first_word_is(line, "end") && p.end.match(line)) {
                 state = OUTSIDE;
-                if (device == DEV_DEVICE_INVALID) break;
-                const DEV_DEVICE_DESC* desc = find_desc_of(device);
-                if (DEV_ASSERT_TEXT(desc != NULL, "m_device_descriptors[device_enum] != NULL"))
-                    check_family_at_end(desc->get_family(), m_device_count);
+                if (device != DEV_DEVICE_INVALID)
+                    close_record_block(find_desc_of(device), "m_device_descriptors[device_enum] != NULL", m_device_count);
                 break;
             }
             if (device == DEV_DEVICE_INVALID) break;
@@ -340,10 +343,8 @@ bool DEV_FAMILY_INFO_MGR_BODY::read_family_data(const FIO_PATH& path) {
         case IN_PART:
             if (first_word_is(line, "end") && p.end.match(line)) {
                 state = OUTSIDE;
-                if (part == DEV_PART_INVALID) break;
-                const DEV_PART_DESC* desc = find_desc_of(part);
-                if (DEV_ASSERT_TEXT(desc != NULL, "m_part_descriptors[part_enum] != NULL"))
-                    check_family_at_end(desc->get_family(), m_part_count);
+                if (part != DEV_PART_INVALID)
+                    close_record_block(find_desc_of(part), "m_part_descriptors[part_enum] != NULL", m_part_count);
                 break;
             }
             if (part == DEV_PART_INVALID) break;

@@ -26,19 +26,25 @@ protected:
             const DEV_FAMILY_DESC* x = a.find_desc_of(DEV_FAMILY_ENUM(f));
             const DEV_FAMILY_DESC* y = b.find_desc_of(DEV_FAMILY_ENUM(f));
             ASSERT_EQ(x == nullptr, y == nullptr) << f;
-            if (x) EXPECT_TRUE(*x == *y) << dstr_get_debug_string(DEV_FAMILY_ENUM(f));
+            if (x) {
+                EXPECT_TRUE(*x == *y) << dstr_get_debug_string(DEV_FAMILY_ENUM(f));
+            }
         }
         for (int d = 1; d < DEV_DEVICE_GENERIC; ++d) {
             const DEV_DEVICE_DESC* x = a.find_desc_of(DEV_DEVICE_ENUM(d));
             const DEV_DEVICE_DESC* y = b.find_desc_of(DEV_DEVICE_ENUM(d));
             ASSERT_EQ(x == nullptr, y == nullptr) << d;
-            if (x) EXPECT_TRUE(*x == *y) << dstr_get_debug_string(DEV_DEVICE_ENUM(d));
+            if (x) {
+                EXPECT_TRUE(*x == *y) << dstr_get_debug_string(DEV_DEVICE_ENUM(d));
+            }
         }
         for (int p = 1; p < DEV_PART_GENERIC; ++p) {
             const DEV_PART_DESC* x = a.find_desc_of(DEV_PART_ENUM(p));
             const DEV_PART_DESC* y = b.find_desc_of(DEV_PART_ENUM(p));
             ASSERT_EQ(x == nullptr, y == nullptr) << p;
-            if (x) EXPECT_TRUE(*x == *y) << dstr_get_debug_string(DEV_PART_ENUM(p));
+            if (x) {
+                EXPECT_TRUE(*x == *y) << dstr_get_debug_string(DEV_PART_ENUM(p));
+            }
         }
     }
 
