@@ -106,3 +106,9 @@ bool FIO_FILE_SYSTEM::create_directories(const std::string& path) {
     fs::create_directories(path, ec);
     return !ec && fs::is_directory(path, ec);
 }
+
+std::string FIO_FILE_SYSTEM::canonical(const std::string& path) {
+    std::error_code ec;
+    fs::path p = fs::weakly_canonical(fs::absolute(path, ec), ec);
+    return ec ? FIO_PATH::simplify(path) : p.lexically_normal().string();
+}

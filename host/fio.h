@@ -55,6 +55,9 @@ public:
     static long long file_size(const std::string& path);
     static bool remove(const std::string& path);
     static bool create_directories(const std::string& path);
+    // The absolute path with ".", ".." and symbolic links resolved as far as the path exists
+    // (one spelling per file, for telling whether two paths name the same file).
+    static std::string canonical(const std::string& path);
 };
 
 #endif

@@ -1,13 +1,14 @@
-// The keys of the family-info text, one table per record kind in the order the key parsers
-// try them (reverse alphabetical order of the keys; the dump writes them in the opposite,
-// alphabetical, order). Each key names its value kind, its enumeration and how it reaches
+// The keys of the family-info text, one table per record kind, expanded from the records'
+// field lists (dev_desc_field.h) and held in the order the key parsers try them: reverse
+// alphabetical order of the keys (the dump writes them in the opposite, alphabetical,
+// order). Each key names its value kind, the string table of its names and how it reaches
 // the record's field. Shared by the key parsers and the dump writer.
 #ifndef VELCORA_DEV_FAMILY_INFO_KEYS_H
 #define VELCORA_DEV_FAMILY_INFO_KEYS_H
 
 #include <cstddef>
 #include <string>
-#include <type_traits>
+#include <vector>
 
 #include "dev_device_desc.h"
 #include "dev_family_desc.h"
@@ -36,30 +37,12 @@ struct DEV_FAMILY_INFO_KEY {
 
 template <typename DESC>
 struct DEV_FAMILY_INFO_KEY_TABLE {
-    const DEV_FAMILY_INFO_KEY<DESC>* keys;
-    size_t count;
-    const char* record_kind;  // "family", "device", "part" (for messages)
+    std::vector<DEV_FAMILY_INFO_KEY<DESC>> keys;  // in parser order
+    const char* record_kind;                      // "family", "device", "part" (for messages)
 };
 
 const DEV_FAMILY_INFO_KEY_TABLE<DEV_FAMILY_DESC>& dev_family_info_keys(const DEV_FAMILY_DESC*);
 const DEV_FAMILY_INFO_KEY_TABLE<DEV_DEVICE_DESC>& dev_family_info_keys(const DEV_DEVICE_DESC*);
 const DEV_FAMILY_INFO_KEY_TABLE<DEV_PART_DESC>& dev_family_info_keys(const DEV_PART_DESC*);
-
-// The first word of a line: the run of word characters after leading blanks (empty when the
-// first non-blank character is not a word character). A key or keyword pattern can only
-// match a line whose first word is exactly that key.
-inline void dev_family_info_first_word(const std::string& line, const char*& begin, size_t& length) {
-    size_t i = 0;
-    const size_t n = line.size();
-    while (i < n && (line[i] == ' ' || line[i] == '\t' || line[i] == '\n' || line[i] == '\r' || line[i] == '\f')) ++i;
-    size_t j = i;
-    while (j < n) {
-        const char c = line[j];
-        if (!((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_')) break;
-        ++j;
-    }
-    begin = line.data() + i;
-    length = j - i;
-}
 
 #endif

@@ -1,7 +1,10 @@
 // DEV_FAMILY_INFO_MGR_BODY: the process-wide store of the catalogue records. It owns one
 // table of records per kind, indexed by enumerator (a null slot where nothing is known),
 // counts per family the devices and parts the text reader defined, knows each family's data
-// folder, and reads and dumps the line-oriented family-info text.
+// folder and keeps the part manager's lists derived from the records (emptied whenever a
+// record changes). Reading and dumping the family-info text and the persistent files are
+// units of their own over this interface (DEV_FAMILY_INFO_READER, DEV_FAMILY_INFO_WRITER,
+// DEV_FAMILY_INFO_PDB); the members named after them below forward to them.
 #ifndef VELCORA_DEV_FAMILY_INFO_MGR_BODY_H
 #define VELCORA_DEV_FAMILY_INFO_MGR_BODY_H
 
@@ -17,6 +20,7 @@
 
 class DEV_ARCHIVE;
 class DEV_FAMILY_INFO;
+struct DEV_PART_LIST_CACHE;
 
 // Which records a load or a write concerns.
 enum DEV_FAMILY_DATA_TYPE : int {
@@ -68,9 +72,18 @@ public:
     // Devices and parts defined for a family by the text reader (0 outside the range).
     int get_device_count(DEV_FAMILY_ENUM family) const;
     int get_part_count(DEV_FAMILY_ENUM family) const;
+    // Counts one more device (or part) record of `family` that a text block defined.
+    void count_new_record(DEV_FAMILY_ENUM family, bool part);
 
     DEV_FAMILY_DATA_TYPE get_loaded_data_type() const { return m_loaded_data_type; }
     void set_loaded_data_type(DEV_FAMILY_DATA_TYPE type) { m_loaded_data_type = type; }
+
+    // ---- lists derived from the records ----------------------------------------------------
+    // The part manager's per-part voltage and temperature lists, computed on first query.
+    DEV_PART_LIST_CACHE& get_derived_lists() const;
+    // Forgets them; called whenever a record is taken in, the store cleared or records are
+    // read, and by anyone who changes a record in place.
+    void invalidate_derived_lists();
 
     // ---- folders -------------------------------------------------------------------------
     // Fills the family-to-folder table from the product-line definition.
@@ -85,7 +98,11 @@ public:
     // `type` asks for into `storage`, which borrows them; notes what was found per kind.
     void prepare_output(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, DEV_FAMILY_INFO* storage) const;
 
-    // ---- persistent files (dev_family_info_mgr_pdb.cpp) ------------------------------------
+    // ---- derived part traits ---------------------------------------------------------------
+    void generate_part_support_traits();
+    void generate_fastest_part_traits();
+
+    // ---- persistent files (DEV_FAMILY_INFO_PDB) --------------------------------------------
     // Loads every record of a family (all families for DEV_FAMILY_GENERIC).
     bool load_family_data(DEV_FAMILY_ENUM family);
     // Loads from the family's persistent file with the fallbacks to cumulative files and text.
@@ -97,11 +114,8 @@ public:
                            FIO_PATH* pdb_path) const;
     bool write_data_to_pdb(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, const FIO_PATH* explicit_path,
                            int compression_level);
-    // Part traits derived from the loaded catalogue.
-    void generate_part_support_traits();
-    void generate_fastest_part_traits();
 
-    // ---- family-info text ----------------------------------------------------------------
+    // ---- family-info text (DEV_FAMILY_INFO_READER, DEV_FAMILY_INFO_WRITER) -------------------
     bool read_family_data(const FIO_PATH& path);
     bool parse_family_data(const std::string& line, DEV_FAMILY_ENUM family_enum);
     bool parse_device_data(const std::string& line, DEV_DEVICE_ENUM device_enum);
@@ -114,18 +128,6 @@ public:
     void write_part_desc(DEV_ARCHIVE* archive, DEV_PART_DESC* desc);
 
 private:
-    // Records a reader's failure: the located debug note, then the internal error.
-    void report_parse_error(const char* source_file, int source_line, const FIO_PATH& path,
-                            int line_number, const std::string& message);
-    // Reads the lines of a "DEV_RESOURCES" list into the part; see the reader.
-    bool read_resource_list(DEV_ARCHIVE& archive, DEV_PART_DESC* part, std::string& line,
-                            bool& more);
-
-    // Reports a key parser's bad value (located when a read is under way).
-    void report_bad_value(const char* record_kind, const char* key, const std::string& value);
-    template <typename DESC>
-    bool parse_key_line(const std::string& line, DESC& desc, const char* record_name);
-
     std::vector<std::unique_ptr<DEV_FAMILY_DESC>> m_family_descriptors;
     std::vector<std::unique_ptr<DEV_DEVICE_DESC>> m_device_descriptors;
     std::vector<std::unique_ptr<DEV_PART_DESC>> m_part_descriptors;
@@ -133,9 +135,7 @@ private:
     std::vector<int> m_part_count;    // per family
     std::vector<std::string> m_devices_folder;  // per family
     DEV_FAMILY_DATA_TYPE m_loaded_data_type = DEV_FAMILY_DATA_TYPE_INVALID;
-    // The file and line the text reader is at (null path outside a read), for messages.
-    const FIO_PATH* m_reading_path = nullptr;
-    int m_reading_line = 0;
+    mutable std::unique_ptr<DEV_PART_LIST_CACHE> m_derived_lists;
 };
 
 #endif

@@ -1,4 +1,6 @@
-// The ASCII dump of the catalogue store: family-info text that the reader reads back.
+// DEV_FAMILY_INFO_WRITER: the ASCII dump of the catalogue store, family-info text that the
+// reader reads back. Written over the store's public interface; the store's write members
+// forward here.
 #include "dev_archive_export.h"
 #include "dev_family_info.h"
 #include "dev_family_info_keys.h"
@@ -11,7 +13,7 @@ namespace {
 template <typename DESC>
 void write_key_lines(DEV_ARCHIVE* archive, const DESC& desc) {
     const DEV_FAMILY_INFO_KEY_TABLE<DESC>& table = dev_family_info_keys(static_cast<const DESC*>(nullptr));
-    for (size_t i = table.count; i-- > 0;) {
+    for (size_t i = table.keys.size(); i-- > 0;) {
         const DEV_FAMILY_INFO_KEY<DESC>& k = table.keys[i];
         switch (k.kind) {
         case DEV_FI_ENUM:
@@ -41,19 +43,10 @@ void write_key_lines(DEV_ARCHIVE* archive, const DESC& desc) {
     }
 }
 
-}  // namespace
-
-void DEV_FAMILY_INFO_MGR_BODY::write_family_desc(DEV_ARCHIVE* archive, DEV_FAMILY_DESC* desc) {
-    write_key_lines(archive, *desc);
-}
-
-void DEV_FAMILY_INFO_MGR_BODY::write_device_desc(DEV_ARCHIVE* archive, DEV_DEVICE_DESC* desc) {
-    write_key_lines(archive, *desc);
-}
-
-void DEV_FAMILY_INFO_MGR_BODY::write_part_desc(DEV_ARCHIVE* archive, DEV_PART_DESC* desc) {
-    write_key_lines(archive, *desc);
-    const std::vector<int32_t>& v = desc->get_dev_resources();
+// The key lines of a part, then its resource list.
+void write_part_lines(DEV_ARCHIVE* archive, const DEV_PART_DESC& desc) {
+    write_key_lines(archive, desc);
+    const std::vector<int32_t>& v = desc.get_dev_resources();
     archive->sprintf("\tDEV_RESOURCES = {\n");
     if (DEV_ASSERT(v.size() >= DEV_RESOURCE_END)) {
         for (int r = 0; r < DEV_RESOURCE_END; ++r)
@@ -63,8 +56,17 @@ void DEV_FAMILY_INFO_MGR_BODY::write_part_desc(DEV_ARCHIVE* archive, DEV_PART_DE
     archive->sprintf("\t}\n");
 }
 
-bool DEV_FAMILY_INFO_MGR_BODY::write_family_data(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type,
-                                                 const FIO_PATH& path, int compression_level) {
+class DEV_FAMILY_INFO_WRITER {
+public:
+    explicit DEV_FAMILY_INFO_WRITER(const DEV_FAMILY_INFO_MGR_BODY& store) : m_store(store) {}
+    bool write(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, const FIO_PATH& path, int compression_level);
+
+private:
+    const DEV_FAMILY_INFO_MGR_BODY& m_store;
+};
+
+bool DEV_FAMILY_INFO_WRITER::write(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, const FIO_PATH& path,
+                                   int compression_level) {
     if (!DEV_ASSERT((family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX))) return false;
     DEV_ARCHIVE archive(compression_level);
     if (!archive.open(path, DEV_ARCHIVE::WRITE) || !archive.is_open()) {
@@ -77,14 +79,14 @@ bool DEV_FAMILY_INFO_MGR_BODY::write_family_data(DEV_FAMILY_ENUM family, DEV_FAM
     archive.sprintf("%s", rule);
 
     DEV_FAMILY_INFO storage;
-    prepare_output(family, type, &storage);
+    m_store.prepare_output(family, type, &storage);
     if (!storage.m_family_data.empty()) {
         archive.sprintf("\n########### families ############\n");
         for (DEV_FAMILY_DESC* d : storage.m_family_data) {
             archive.sprintf("family\t%s\n", dstr_get_debug_string(d->get_family()));
             archive.sprintf("######\t(User name - %s)\n", dstr_get_user_string(d->get_family()));
-            archive.sprintf("\tDEVICES_FOLDER = %s\n", get_devices_folder(d->get_family()).c_str());
-            write_family_desc(&archive, d);
+            archive.sprintf("\tDEVICES_FOLDER = %s\n", m_store.get_devices_folder(d->get_family()).c_str());
+            write_key_lines(&archive, *d);
             archive.sprintf("end\n\n");
         }
     }
@@ -93,7 +95,7 @@ bool DEV_FAMILY_INFO_MGR_BODY::write_family_data(DEV_FAMILY_ENUM family, DEV_FAM
         for (DEV_DEVICE_DESC* d : storage.m_device_data) {
             archive.sprintf("device\t%s\n", dstr_get_debug_string(d->get_device()));
             archive.sprintf("######\t(User name - %s)\n", dstr_get_user_string(d->get_device()));
-            write_device_desc(&archive, d);
+            write_key_lines(&archive, *d);
             archive.sprintf("end\n\n");
         }
     }
@@ -102,7 +104,7 @@ bool DEV_FAMILY_INFO_MGR_BODY::write_family_data(DEV_FAMILY_ENUM family, DEV_FAM
         for (DEV_PART_DESC* d : storage.m_part_data) {
             archive.sprintf("part\t%s\n", dstr_get_debug_string(d->get_part()));
             archive.sprintf("####\t(User name - %s)\n", dstr_get_user_string(d->get_part()));
-            write_part_desc(&archive, d);
+            write_part_lines(&archive, *d);
             archive.sprintf("end\n\n");
         }
     }
@@ -111,4 +113,26 @@ bool DEV_FAMILY_INFO_MGR_BODY::write_family_data(DEV_FAMILY_ENUM family, DEV_FAM
     archive.close(true);
     DEV_DEBUG("Wrote ASCII file %s", path.full_path().c_str());
     return true;
+}
+
+}  // namespace
+
+// ---------------------------------------------------------------------------------------
+// The store's dump members
+
+void DEV_FAMILY_INFO_MGR_BODY::write_family_desc(DEV_ARCHIVE* archive, DEV_FAMILY_DESC* desc) {
+    write_key_lines(archive, *desc);
+}
+
+void DEV_FAMILY_INFO_MGR_BODY::write_device_desc(DEV_ARCHIVE* archive, DEV_DEVICE_DESC* desc) {
+    write_key_lines(archive, *desc);
+}
+
+void DEV_FAMILY_INFO_MGR_BODY::write_part_desc(DEV_ARCHIVE* archive, DEV_PART_DESC* desc) {
+    write_part_lines(archive, *desc);
+}
+
+bool DEV_FAMILY_INFO_MGR_BODY::write_family_data(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type,
+                                                 const FIO_PATH& path, int compression_level) {
+    return DEV_FAMILY_INFO_WRITER(*this).write(family, type, path, compression_level);
 }

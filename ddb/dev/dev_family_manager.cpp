@@ -1,16 +1,11 @@
 // DEV_FAMILY_MANAGER: family-level queries over the catalogue store.
 #include "dev_family_manager.h"
 
-#include <cstdio>
-
 #include "dev_family_info_mgr_body.h"
-#include "dev_part_manager.h"
 #include "dev_part_manager_cache.h"
 #include "host/msg.h"
 
 namespace {
-
-constexpr DEV_FAMILY_TRAIT_ENUM k_trait_new_ddb_support = static_cast<DEV_FAMILY_TRAIT_ENUM>(8);
 
 // The traits that keep a family out of the user's lists when asked to.
 bool unavailable(const DEV_FAMILY_DESC& d) {
@@ -18,46 +13,11 @@ bool unavailable(const DEV_FAMILY_DESC& d) {
            d.has_trait(DEV_FAMILY_TRAIT_NO_COMPILER_SUPPORT);
 }
 
-// The record's temperature of a grade: grades are numbered commercial, industrial,
-// extended, automotive, military, while the record keeps them alphabetically.
-bool grade_temperature(const DEV_FAMILY_DESC& d, DEV_TEMPERATURE_ENUM grade, bool maximum, int* result) {
-    switch (grade) {
-        case DEV_TEMPERATURE_COMMERCIAL:
-            *result = maximum ? d.get_max_commercial_temp() : d.get_min_commercial_temp();
-            return true;
-        case DEV_TEMPERATURE_INDUSTRIAL:
-            *result = maximum ? d.get_max_industrial_temp() : d.get_min_industrial_temp();
-            return true;
-        case DEV_TEMPERATURE_EXTENDED:
-            *result = maximum ? d.get_max_extended_temp() : d.get_min_extended_temp();
-            return true;
-        case DEV_TEMPERATURE_AUTOMOTIVE:
-            *result = maximum ? d.get_max_automotive_temp() : d.get_min_automotive_temp();
-            return true;
-        case DEV_TEMPERATURE_MILITARY:
-            *result = maximum ? d.get_max_military_temp() : d.get_min_military_temp();
-            return true;
-        default:
-            return false;
-    }
-}
-
-// The grade's temperature of a record (none: 0); an illegal grade is reported in the name of
-// the query that asked.
-int temperature_of(const DEV_FAMILY_DESC* d, DEV_TEMPERATURE_ENUM grade, bool maximum) {
-    int result = 0;
-    if (d && !grade_temperature(*d, grade, maximum, &result)) {
-        char text[128];
-        std::snprintf(text, sizeof text, "Illegal value (%d) of temprerature grade argument in %s", grade,
-                      maximum ? "get_max_temperature_of" : "get_min_temperature_of");
-        DEV_INTERNAL_ERROR(text);
-    }
-    return result;
-}
-
 }  // namespace
 
-DEV_FAMILY_MANAGER::DEV_FAMILY_MANAGER() : m_store(DEV_PART_MANAGER().get_store()) {}
+DEV_FAMILY_MANAGER::DEV_FAMILY_MANAGER() : m_store(DEV_FAMILY_INFO_MGR_BODY::get_instance()) {
+    DEV_ASSERT_TEXT(m_store != NULL, "dev_family_info_mgr_body != NULL");
+}
 
 DEV_FAMILY_MANAGER::DEV_FAMILY_MANAGER(DEV_FAMILY_INFO_MGR_BODY* store) : m_store(store) {
     DEV_ASSERT_TEXT(m_store != NULL, "dev_family_info_mgr_body != NULL");
@@ -117,11 +77,13 @@ DEV_VOLTAGE_ENUM DEV_FAMILY_MANAGER::get_min_nominal_core_supply_voltage_enum_of
 }
 
 int DEV_FAMILY_MANAGER::get_max_temperature_of(DEV_FAMILY_ENUM family, DEV_TEMPERATURE_ENUM grade) const {
-    return temperature_of(family_desc(family), grade, true);
+    const DEV_FAMILY_DESC* d = family_desc(family);
+    return d ? d->get_grade_temperature(grade, true) : 0;
 }
 
 int DEV_FAMILY_MANAGER::get_min_temperature_of(DEV_FAMILY_ENUM family, DEV_TEMPERATURE_ENUM grade) const {
-    return temperature_of(family_desc(family), grade, false);
+    const DEV_FAMILY_DESC* d = family_desc(family);
+    return d ? d->get_grade_temperature(grade, false) : 0;
 }
 
 void DEV_FAMILY_MANAGER::add_configuration_devices_of(DEV_FAMILY_ENUM family,
@@ -156,7 +118,7 @@ void DEV_FAMILY_MANAGER::get_ddb_fullpath_of(DEV_FAMILY_ENUM family, std::string
 bool DEV_FAMILY_MANAGER::has_new_ddb_support(DEV_FAMILY_ENUM family) const {
     if (!DEV_ASSERT(family > DEV_FAMILY_INVALID) || !DEV_ASSERT(family < DEV_FAMILY_GENERIC)) return false;
     const DEV_FAMILY_DESC* d = family_desc(family);
-    return d && d->has_trait(k_trait_new_ddb_support);
+    return d && d->has_trait(DEV_FAMILY_TRAIT_NEW_DDB_SUPPORT);
 }
 
 // ---- selection ----------------------------------------------------------------------------

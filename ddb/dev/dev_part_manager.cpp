@@ -9,33 +9,13 @@
 #include "dev_part_manager_cache.h"
 #include "host/msg.h"
 
-namespace {
-
-// The store every default handle shares, obtained once.
-DEV_FAMILY_INFO_MGR_BODY* dev_family_info_mgr_body = nullptr;
-
-const std::shared_ptr<DEV_PART_LIST_CACHE>& process_cache() {
-    static const std::shared_ptr<DEV_PART_LIST_CACHE> cache = std::make_shared<DEV_PART_LIST_CACHE>();
-    return cache;
-}
-
-}  // namespace
-
-DEV_PART_MANAGER::DEV_PART_MANAGER() {
-    if (dev_family_info_mgr_body == NULL) dev_family_info_mgr_body = DEV_FAMILY_INFO_MGR_BODY::get_instance();
-    DEV_ASSERT(dev_family_info_mgr_body != NULL);
-    m_store = dev_family_info_mgr_body;
-    m_cache = process_cache();
-}
-
-DEV_PART_MANAGER::DEV_PART_MANAGER(DEV_FAMILY_INFO_MGR_BODY* store)
-    : m_store(store), m_cache(std::make_shared<DEV_PART_LIST_CACHE>()) {
+DEV_PART_MANAGER::DEV_PART_MANAGER() : m_store(DEV_FAMILY_INFO_MGR_BODY::get_instance()) {
     DEV_ASSERT_TEXT(m_store != NULL, "dev_family_info_mgr_body != NULL");
 }
 
-DEV_PART_MANAGER::~DEV_PART_MANAGER() = default;
-DEV_PART_MANAGER::DEV_PART_MANAGER(const DEV_PART_MANAGER&) = default;
-DEV_PART_MANAGER& DEV_PART_MANAGER::operator=(const DEV_PART_MANAGER&) = default;
+DEV_PART_MANAGER::DEV_PART_MANAGER(DEV_FAMILY_INFO_MGR_BODY* store) : m_store(store) {
+    DEV_ASSERT_TEXT(m_store != NULL, "dev_family_info_mgr_body != NULL");
+}
 
 // ---- record access ------------------------------------------------------------------------
 

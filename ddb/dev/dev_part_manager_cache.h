@@ -1,5 +1,5 @@
-// Internals shared by the sources of DEV_PART_MANAGER and DEV_FAMILY_MANAGER: the per-part
-// list caches and the splitting of catalogue list strings.
+// Internals shared by the catalogue store, DEV_PART_MANAGER and DEV_FAMILY_MANAGER: the
+// per-part list caches and the splitting of catalogue list strings.
 #ifndef VELCORA_DEV_PART_MANAGER_CACHE_H
 #define VELCORA_DEV_PART_MANAGER_CACHE_H
 
@@ -12,12 +12,18 @@
 #include "host/vtl_hash.h"
 
 // The voltage, maximum-temperature and minimum-temperature lists of each part, computed on
-// the first query. The lists are held through pointers so that references handed out stay
-// valid while the tables grow.
+// the first query and kept by the catalogue store until its records change. The lists are
+// held through pointers so that references handed out stay valid while the tables grow.
 struct DEV_PART_LIST_CACHE {
     VTL_HASH<DEV_PART_ENUM, std::shared_ptr<const std::vector<DEV_VOLTAGE_ENUM>>> m_voltage_lists;
     VTL_HASH<DEV_PART_ENUM, std::shared_ptr<const std::vector<int>>> m_max_temp_lists;
     VTL_HASH<DEV_PART_ENUM, std::shared_ptr<const std::vector<int>>> m_min_temp_lists;
+
+    void clear() {
+        m_voltage_lists.clear();
+        m_max_temp_lists.clear();
+        m_min_temp_lists.clear();
+    }
 };
 
 // Calls f(name) for every member of a list string (names separated by blanks).

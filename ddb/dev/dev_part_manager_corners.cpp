@@ -4,7 +4,6 @@
 #include <cstdint>
 
 #include "dev_family_info_mgr_body.h"
-#include "dev_family_manager.h"
 #include "dev_part_manager.h"
 #include "dev_part_manager_cache.h"
 #include "host/msg.h"
@@ -13,14 +12,16 @@ namespace {
 
 // The one family whose parts' voltage lists leave out the device's own voltage: its
 // devices are run at their corners' voltages only.
-constexpr DEV_FAMILY_ENUM k_family_without_device_voltage = static_cast<DEV_FAMILY_ENUM>(41);
+constexpr DEV_FAMILY_ENUM FAMILY_WITHOUT_DEVICE_VOLTAGE = DEV_FAMILY_CORVANE6;
+static_assert(FAMILY_WITHOUT_DEVICE_VOLTAGE == 41, "the family whose voltage lists leave out the device voltage");
 // The family trait saying that a part's temperatures come from its timing corners.
-constexpr DEV_FAMILY_TRAIT_ENUM k_trait_corner_temperatures = static_cast<DEV_FAMILY_TRAIT_ENUM>(151);
+static_assert(DEV_FAMILY_TRAIT_TEMPERATURE_FROM_TIMING_CORNERS == 151, "temperatures from timing corners");
 // Fallbacks where the family gives no range for the part's grade (they differ on purpose).
-constexpr int k_fallback_max_temp = 85;
-constexpr int k_fallback_min_temp = 0;
+constexpr int FALLBACK_MAX_TEMP = 85;
+constexpr int FALLBACK_MIN_TEMP = 0;
 // The default voltage when nothing else gives one.
-constexpr DEV_VOLTAGE_ENUM k_fallback_voltage = static_cast<DEV_VOLTAGE_ENUM>(24);
+constexpr DEV_VOLTAGE_ENUM FALLBACK_VOLTAGE = DEV_VOLTAGE_5_0V;
+static_assert(FALLBACK_VOLTAGE == 24, "the default voltage when nothing else gives one");
 
 int corner_temperature(DEV_TIMING_MODEL_ENUM corner) {
     return DEV_PART_MANAGER::get_temperature_from_timing_model_enum(corner);
@@ -102,20 +103,20 @@ DEV_VOLTAGE_ENUM DEV_PART_MANAGER::get_default_voltage(DEV_PART_ENUM part) const
     }
     const DEV_DEVICE_DESC* device = device_desc(d->get_device());
     if (device && device->get_voltage() != DEV_VOLTAGE_INVALID) return device->get_voltage();
-    return k_fallback_voltage;
+    return FALLBACK_VOLTAGE;
 }
 
 const std::vector<DEV_VOLTAGE_ENUM>& DEV_PART_MANAGER::get_voltage_list(DEV_PART_ENUM part) const {
     static const std::vector<DEV_VOLTAGE_ENUM> none;
-    if (!DEV_ASSERT(part > DEV_PART_INVALID && part < DEV_PART_GENERIC)) return none;
-    return cached_list(m_cache->m_voltage_lists, part, [&](bool& ok) {
+    if (!DEV_ASSERT(part > DEV_PART_INVALID && part < DEV_PART_GENERIC) || !m_store) return none;
+    return cached_list(m_store->get_derived_lists().m_voltage_lists, part, [&](bool& ok) {
         std::vector<DEV_VOLTAGE_ENUM> list;
         const DEV_PART_DESC* d = part_desc(part);
         if (!(ok = d != nullptr)) return list;
         const DEV_DEVICE_DESC* device = device_desc(d->get_device());
         const DEV_VOLTAGE_ENUM device_voltage = device ? device->get_voltage() : DEV_VOLTAGE_INVALID;
         DEV_ASSERT(device_voltage != DEV_VOLTAGE_INVALID);
-        if (d->get_family() != k_family_without_device_voltage && device_voltage != DEV_VOLTAGE_INVALID)
+        if (d->get_family() != FAMILY_WITHOUT_DEVICE_VOLTAGE && device_voltage != DEV_VOLTAGE_INVALID)
             list.push_back(device_voltage);
         const std::vector<DEV_TIMING_MODEL_ENUM> corner_list = corner_list_of(*d, DAT_SLOW_MODEL);
         for (size_t i = 0; i < corner_list.size(); ++i) {
@@ -147,16 +148,16 @@ std::vector<DEV_TIMING_MODEL_ENUM> DEV_PART_MANAGER::corner_list_of(const DEV_PA
 
 bool DEV_PART_MANAGER::family_has_corner_temperatures(const DEV_PART_DESC& part) const {
     const DEV_FAMILY_DESC* family = family_desc_of(part);
-    return family && family->has_trait(k_trait_corner_temperatures);
+    return family && family->has_trait(DEV_FAMILY_TRAIT_TEMPERATURE_FROM_TIMING_CORNERS);
 }
 
 int DEV_PART_MANAGER::family_grade_temperature(const DEV_PART_DESC& part, bool maximum) const {
     const DEV_TEMPERATURE_ENUM grade = part.get_temperature_grade();
-    const int fallback = maximum ? k_fallback_max_temp : k_fallback_min_temp;
+    const int fallback = maximum ? FALLBACK_MAX_TEMP : FALLBACK_MIN_TEMP;
     if (grade == DEV_TEMPERATURE_INVALID) return fallback;
-    const DEV_FAMILY_MANAGER families(m_store);
-    const int max_temp = families.get_max_temperature_of(part.get_family(), grade);
-    const int min_temp = families.get_min_temperature_of(part.get_family(), grade);
+    const DEV_FAMILY_DESC* family = m_store ? m_store->get_desc_of(part.get_family()) : nullptr;
+    const int max_temp = family ? family->get_grade_temperature(grade, true) : 0;
+    const int min_temp = family ? family->get_grade_temperature(grade, false) : 0;
     if (max_temp == min_temp) return fallback;  // the family gives no range for this grade
     return maximum ? max_temp : min_temp;
 }
@@ -184,7 +185,7 @@ int DEV_PART_MANAGER::default_min_temp(const DEV_PART_DESC& part) const {
     const std::vector<DEV_TIMING_MODEL_ENUM> fast_tim_corner_list = corner_list_of(part, DAT_FAST_MODEL);
     const DEV_TIMING_MODEL_ENUM first = fast_tim_corner_list.empty() ? DEV_TIMING_MODEL_INVALID : fast_tim_corner_list[0];
     if (!DEV_ASSERT_TEXT(first != DEV_TIMING_MODEL_INVALID, "fast_tim_corner_list[0] != DEV_TIMING_MODEL_INVALID"))
-        return k_fallback_min_temp;
+        return FALLBACK_MIN_TEMP;
     const int result = corner_temperature(first);
     DEV_ASSERT(result < ROOM_TEMPERATURE);
     return result;
@@ -217,8 +218,9 @@ std::vector<int> DEV_PART_MANAGER::temperature_list(const DEV_PART_DESC& part, b
 
 const std::vector<int>& DEV_PART_MANAGER::cached_temperature_list(DEV_PART_ENUM part, bool maximum) const {
     static const std::vector<int> none;
-    if (!DEV_ASSERT(part > DEV_PART_INVALID && part < DEV_PART_GENERIC)) return none;
-    return cached_list(maximum ? m_cache->m_max_temp_lists : m_cache->m_min_temp_lists, part, [&](bool& ok) {
+    if (!DEV_ASSERT(part > DEV_PART_INVALID && part < DEV_PART_GENERIC) || !m_store) return none;
+    DEV_PART_LIST_CACHE& lists = m_store->get_derived_lists();
+    return cached_list(maximum ? lists.m_max_temp_lists : lists.m_min_temp_lists, part, [&](bool& ok) {
         const DEV_PART_DESC* d = part_desc(part);
         ok = d != nullptr;
         return d ? temperature_list(*d, maximum) : std::vector<int>();

@@ -4,14 +4,11 @@
 
 #include "dev_family_info_mgr_body.h"
 #include "dev_part_manager.h"
-#include "dev_path.h"
+#include "dev_path_search.h"
 #include "host/gen.h"
 #include "host/msg.h"
 
 namespace {
-
-constexpr DEV_FAMILY_TRAIT_ENUM k_trait_new_ddb_support = static_cast<DEV_FAMILY_TRAIT_ENUM>(8);
-constexpr DEV_FAMILY_TRAIT_ENUM k_trait_requires_hdr_data = static_cast<DEV_FAMILY_TRAIT_ENUM>(9);
 
 bool is_any(const std::string& text) { return gen_stricmp(text.c_str(), "any") == 0; }
 
@@ -81,9 +78,9 @@ bool DEV_PART_MANAGER::device_is_installed(DEV_DEVICE_ENUM device) const {
     const DEV_DEVICE_DESC* d = device_desc(device);
     if (!d) return false;
     FIO_PATH path;
-    if (!DEV_PATH::get_existing_device_file_path(device, "device", &path)) return false;
+    if (!dev_path_find_file(*m_store, device, "device", &path)) return false;
     const DEV_FAMILY_DESC* family = m_store->find_desc_of(d->get_family());
-    if (family && (family->has_trait(k_trait_new_ddb_support) || family->has_trait(k_trait_requires_hdr_data)))
-        return DEV_PATH::get_existing_device_file_path(device, "hdr", &path);
+    if (family && (family->has_trait(DEV_FAMILY_TRAIT_NEW_DDB_SUPPORT) || family->has_trait(DEV_FAMILY_TRAIT_REQUIRES_HDR_DATA)))
+        return dev_path_find_file(*m_store, device, "hdr", &path);
     return true;
 }

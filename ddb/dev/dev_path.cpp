@@ -27,8 +27,7 @@
 
 #include "dev_basic_info.h"
 #include "dev_family_info_mgr_body.h"
-#include "dev_family_manager.h"
-#include "dev_part_manager.h"
+#include "dev_path_search.h"
 #include "host/cfg.h"
 #include "host/gen.h"
 #include "host/msg.h"
@@ -36,7 +35,7 @@
 namespace {
 
 // "dev_debug_path": read once and cached; the host re-reads it when a test changes it.
-const CFG_SWITCH s_debug_path("dev_debug_path", false);
+const CFG_SWITCH DEBUG_PATH_SWITCH("dev_debug_path", false);
 
 enum DEV_PATH_FILE_TYPE {
     DEV_PATH_TYPE_HDR,
@@ -52,12 +51,12 @@ enum DEV_PATH_FILE_TYPE {
 };
 
 // The canonical (lower-case) word of each type: it is the text form's extension.
-const char* const s_type_names[] = {"hdr", "pad", "pkg", "part_info", "rsi",
+const char* const FILE_TYPE_NAMES[] = {"hdr", "pad", "pkg", "part_info", "rsi",
                                     "pwr", "lei", "blkrba", "device"};
 
 DEV_PATH_FILE_TYPE file_type_of(const char* text) {
     for (int t = 0; t < DEV_PATH_TYPE_UNKNOWN; ++t)
-        if (gen_stricmp(text, s_type_names[t]) == 0) return static_cast<DEV_PATH_FILE_TYPE>(t);
+        if (gen_stricmp(text, FILE_TYPE_NAMES[t]) == 0) return static_cast<DEV_PATH_FILE_TYPE>(t);
     return DEV_PATH_TYPE_UNKNOWN;
 }
 
@@ -94,12 +93,12 @@ DEV_PATH_FILE_TYPE checked_type(bool above, const char* above_text, bool below, 
 }
 
 void note_none_installed(const char* type, const char* user_name) {
-    if (s_debug_path.is_on()) DEV_DEBUG("None of the legal %s files for %s is installed", type, user_name);
+    if (DEBUG_PATH_SWITCH.is_on()) DEV_DEBUG("None of the legal %s files for %s is installed", type, user_name);
 }
 
-std::string family_directory(DEV_FAMILY_ENUM family) {
+std::string family_directory(const DEV_FAMILY_INFO_MGR_BODY& store, DEV_FAMILY_ENUM family) {
     std::string directory;
-    DEV_FAMILY_MANAGER().get_ddb_fullpath_of(family, directory);
+    if (DEV_ASSERT((family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX))) store.get_ddb_fullpath_of(family, directory);
     return directory;
 }
 
@@ -117,7 +116,7 @@ public:
             m_first = path;
             m_has_first = true;
         }
-        if (s_debug_path.is_on()) DEV_DEBUG("Checking if %s exists for %s-type file", path.full_path().c_str(), m_type);
+        if (DEBUG_PATH_SWITCH.is_on()) DEV_DEBUG("Checking if %s exists for %s-type file", path.full_path().c_str(), m_type);
         if (!FIO_FILE_SYSTEM::exists(path)) return false;
         m_found = path;
         return true;
@@ -148,28 +147,28 @@ private:
 
 // The family whose files a family-level search looks for: its base family when it has family
 // trait 41 and one.
-DEV_FAMILY_ENUM data_family_of(DEV_FAMILY_ENUM family) {
-    const DEV_FAMILY_MANAGER families;
-    if (!families.test_trait_of(family, DEV_FAMILY_TRAIT_USES_BASE_FAMILY_DATA)) return family;
-    const DEV_FAMILY_ENUM base = families.get_base_family_enum(family);
+DEV_FAMILY_ENUM data_family_of(const DEV_FAMILY_INFO_MGR_BODY& store, DEV_FAMILY_ENUM family) {
+    const DEV_FAMILY_DESC* desc = store.get_desc_of(family);
+    if (!desc || !desc->has_trait(DEV_FAMILY_TRAIT_USES_BASE_FAMILY_DATA)) return family;
+    const DEV_FAMILY_ENUM base = desc->get_base_family_id();
     return base != DEV_FAMILY_INVALID ? base : family;
 }
 
 // Steps 2 to 4 of the family-level search (the type is known to be accepted).
-bool search_family(DEV_FAMILY_ENUM family, DEV_PATH_CANDIDATES& candidates) {
-    family = data_family_of(family);
-    return candidates.try_forms(family_directory(family), "ddb_" + lower(dstr_get_debug_string(family)));
+bool search_family(const DEV_FAMILY_INFO_MGR_BODY& store, DEV_FAMILY_ENUM family, DEV_PATH_CANDIDATES& candidates) {
+    family = data_family_of(store, family);
+    return candidates.try_forms(family_directory(store, family), "ddb_" + lower(dstr_get_debug_string(family)));
 }
 
 // The inner device-level search: the candidates of the type's row, in column order.
-bool search_device(DEV_DEVICE_ENUM device, DEV_PATH_FILE_TYPE type, DEV_BASIC_INFO* basic_info,
-                   DEV_PATH_CANDIDATES& candidates) {
-    const DEV_FAMILY_ENUM family = DEV_PART_MANAGER().get_family_of(device);
+bool search_device(const DEV_FAMILY_INFO_MGR_BODY& store, DEV_DEVICE_ENUM device, DEV_PATH_FILE_TYPE type,
+                   DEV_BASIC_INFO* basic_info, DEV_PATH_CANDIDATES& candidates) {
+    const DEV_FAMILY_ENUM family = store.get_family_of(device);
     if (family == DEV_FAMILY_INVALID) return false;
-    const std::string directory = family_directory(family);
+    const std::string directory = family_directory(store, family);
     if (type == DEV_PATH_TYPE_DEVICE) {
         // The catalogue's FILE_NAME is read from the record itself (no query names it).
-        const DEV_DEVICE_DESC* desc = DEV_FAMILY_INFO_MGR_BODY::get_instance()->find_desc_of(device);
+        const DEV_DEVICE_DESC* desc = store.find_desc_of(device);
         if (!desc || desc->get_file_name().empty()) return false;
         const std::string& file_name = desc->get_file_name();
         FIO_PATH name;
@@ -184,41 +183,43 @@ bool search_device(DEV_DEVICE_ENUM device, DEV_PATH_FILE_TYPE type, DEV_BASIC_IN
             return true;
     }
     if (type == DEV_PATH_TYPE_RSI || type == DEV_PATH_TYPE_PART_INFO)
-        return search_family(family, candidates);
+        return search_family(store, family, candidates);
     return false;
 }
 
 // The catalogue's base device of a device, announced (debug switch on); DEV_DEVICE_INVALID
 // when it has none.
-DEV_DEVICE_ENUM next_base_device(DEV_DEVICE_ENUM device) {
-    const DEV_DEVICE_ENUM base = DEV_PART_MANAGER().get_base_device_of(device);
+DEV_DEVICE_ENUM next_base_device(const DEV_FAMILY_INFO_MGR_BODY& store, DEV_DEVICE_ENUM device) {
+    const DEV_DEVICE_DESC* desc = store.get_desc_of(device);
+    const DEV_DEVICE_ENUM base = desc ? desc->get_base_device() : DEV_DEVICE_INVALID;
     if (base <= DEV_DEVICE_INVALID || base >= DEV_DEVICE_GENERIC) return DEV_DEVICE_INVALID;
-    if (s_debug_path.is_on()) DEV_DEBUG("Trying base device %s", dstr_get_debug_string(base));
+    if (DEBUG_PATH_SWITCH.is_on()) DEV_DEBUG("Trying base device %s", dstr_get_debug_string(base));
     return base;
 }
 
 // The part-level candidates for `part` built on `device` (see the head of this file).
 // `first_pass` is false for the base device's pass.
-bool search_part(DEV_PART_ENUM part, DEV_DEVICE_ENUM device, DEV_PATH_FILE_TYPE type, bool first_pass,
-                 DEV_PATH_CANDIDATES& candidates) {
-    const DEV_PART_MANAGER parts;
-    const bool own_name = parts.test_part_trait_of(part, DEV_PART_TRAIT_PART_SPECIFIC_DATA_FILES);
-    const std::string directory = family_directory(first_pass ? parts.get_family_of(part) : parts.get_family_of(device));
+bool search_part(const DEV_FAMILY_INFO_MGR_BODY& store, const DEV_PART_DESC& desc, DEV_DEVICE_ENUM device,
+                 DEV_PATH_FILE_TYPE type, bool first_pass, DEV_PATH_CANDIDATES& candidates) {
+    const DEV_PART_ENUM part = desc.get_part();
+    const bool own_name = desc.has_trait(DEV_PART_TRAIT_PART_SPECIFIC_DATA_FILES);
+    const std::string directory =
+        family_directory(store, first_pass ? desc.get_family() : store.get_family_of(device));
     const std::string part_base = "ddb_" + lower(dstr_get_debug_string(part));
     std::string base = part_base;
     if (!own_name) {
         char text[256];
         std::snprintf(text, sizeof text, "%s%s%s%d", "ddb_", dstr_get_debug_string(device),
-                      dstr_get_debug_string(parts.get_pkg_of(part)), parts.get_pin_count_of(part));
+                      dstr_get_debug_string(desc.get_package()), desc.get_pin_count());
         base = text;
-        if (type == DEV_PATH_TYPE_PKG) base += parts.get_ddb_package_file_suffix_of(part);
+        if (type == DEV_PATH_TYPE_PKG) base += desc.get_package_ddb_file_name_suffix();
         base = lower(base);
     }
     if (first_pass || !own_name) {
         if (type == DEV_PATH_TYPE_PART_INFO && first_pass && !own_name &&
             candidates.try_forms(directory, part_base))
             return true;
-        if (parts.test_part_trait_of(part, DEV_PART_TRAIT_ENGINEERING_SAMPLE) &&
+        if (desc.has_trait(DEV_PART_TRAIT_ENGINEERING_SAMPLE) &&
             candidates.try_file(directory, base + "es_" + candidates.type(), "ddb")) {
             DEV_DEBUG("Using ES modifier for %s file", candidates.type());
             return true;
@@ -226,7 +227,7 @@ bool search_part(DEV_PART_ENUM part, DEV_DEVICE_ENUM device, DEV_PATH_FILE_TYPE 
         if (candidates.try_forms(directory, base)) return true;
     }
     if (type == DEV_PATH_TYPE_PAD || type == DEV_PATH_TYPE_PART_INFO)
-        return search_device(device, type, nullptr, candidates);
+        return search_device(store, device, type, nullptr, candidates);
     return false;
 }
 
@@ -235,31 +236,52 @@ bool search_part(DEV_PART_ENUM part, DEV_DEVICE_ENUM device, DEV_PATH_FILE_TYPE 
 void DEV_PATH::get_ddb_path_of(DEV_FAMILY_ENUM family, FIO_PATH* ret_path) {
     if (!DEV_ASSERT_TEXT(ret_path != NULL, "ret_path != NULL")) return;
     ret_path->clear();
-    ret_path->set_directory(family_directory(family));
+    ret_path->set_directory(family_directory(*DEV_FAMILY_INFO_MGR_BODY::get_instance(), family));
 }
 
 void DEV_PATH::build_device_file_path(DEV_FAMILY_ENUM family, const std::string& name, FIO_PATH* ret_path,
                                       bool persistent) {
     if (!DEV_ASSERT_TEXT(ret_path != NULL, "ret_path != NULL")) return;
-    *ret_path = FIO_PATH(family_directory(family), "ddb_" + lower(name), persistent ? "ddb" : "");
+    *ret_path = FIO_PATH(family_directory(*DEV_FAMILY_INFO_MGR_BODY::get_instance(), family), "ddb_" + lower(name),
+                         persistent ? "ddb" : "");
 }
 
 bool DEV_PATH::get_existing_device_file_path(DEV_FAMILY_ENUM family, const char* file_type_str,
                                              FIO_PATH* ret_path) {
+    return dev_path_find_file(*DEV_FAMILY_INFO_MGR_BODY::get_instance(), family, file_type_str, ret_path);
+}
+
+bool DEV_PATH::get_existing_device_file_path(DEV_DEVICE_ENUM device, const char* file_type_str,
+                                             FIO_PATH* ret_path, DEV_BASIC_INFO* basic_info) {
+    return dev_path_find_file(*DEV_FAMILY_INFO_MGR_BODY::get_instance(), device, file_type_str, ret_path,
+                              basic_info);
+}
+
+bool DEV_PATH::get_existing_device_file_path(DEV_PART_ENUM part, const char* file_type_str, FIO_PATH* ret_path) {
+    return dev_path_find_file(*DEV_FAMILY_INFO_MGR_BODY::get_instance(), part, file_type_str, ret_path);
+}
+
+bool DEV_PATH::is_pdb_file(const FIO_PATH& path) { return gen_stricmp("ddb", path.extension().c_str()) == 0; }
+
+// ---------------------------------------------------------------------------------------
+// The searches over a given store
+
+bool dev_path_find_file(const DEV_FAMILY_INFO_MGR_BODY& store, DEV_FAMILY_ENUM family, const char* file_type_str,
+                        FIO_PATH* ret_path) {
     const DEV_PATH_FILE_TYPE type =
         checked_type(family > DEV_FAMILY_INVALID, "family > DEV_FAMILY_INVALID", family < DEV_FAMILY_GENERIC,
                      "family < DEV_FAMILY_GENERIC", file_type_str, ret_path, "family",
                      {DEV_PATH_TYPE_HDR, DEV_PATH_TYPE_PAD, DEV_PATH_TYPE_RSI, DEV_PATH_TYPE_LEI, DEV_PATH_TYPE_PWR,
                       DEV_PATH_TYPE_BLKRBA, DEV_PATH_TYPE_PART_INFO});
     if (type == DEV_PATH_TYPE_UNKNOWN) return false;
-    DEV_PATH_CANDIDATES candidates(s_type_names[type]);
-    const bool found = search_family(family, candidates);
-    if (!found) note_none_installed(candidates.type(), dstr_get_user_string(data_family_of(family)));
+    DEV_PATH_CANDIDATES candidates(FILE_TYPE_NAMES[type]);
+    const bool found = search_family(store, family, candidates);
+    if (!found) note_none_installed(candidates.type(), dstr_get_user_string(data_family_of(store, family)));
     return candidates.finish(found, ret_path);
 }
 
-bool DEV_PATH::get_existing_device_file_path(DEV_DEVICE_ENUM device, const char* file_type_str,
-                                             FIO_PATH* ret_path, DEV_BASIC_INFO* basic_info) {
+bool dev_path_find_file(const DEV_FAMILY_INFO_MGR_BODY& store, DEV_DEVICE_ENUM device, const char* file_type_str,
+                        FIO_PATH* ret_path, DEV_BASIC_INFO* basic_info) {
     const DEV_PATH_FILE_TYPE type =
         checked_type(device > DEV_DEVICE_INVALID, "device > DEV_DEVICE_INVALID", device < DEV_DEVICE_GENERIC,
                      "device < DEV_DEVICE_GENERIC", file_type_str, ret_path, "device",
@@ -268,36 +290,36 @@ bool DEV_PATH::get_existing_device_file_path(DEV_DEVICE_ENUM device, const char*
     if (type == DEV_PATH_TYPE_UNKNOWN) return false;
     // The data-file stem candidates need the basic info (reported once, for both devices).
     if (type == DEV_PATH_TYPE_PWR && !basic_info) DEV_INTERNAL_ERROR("basic_info");
-    DEV_PATH_CANDIDATES candidates(s_type_names[type]);
-    bool found = search_device(device, type, basic_info, candidates);
+    DEV_PATH_CANDIDATES candidates(FILE_TYPE_NAMES[type]);
+    bool found = search_device(store, device, type, basic_info, candidates);
     if (!found && type != DEV_PATH_TYPE_HDR) {
-        const DEV_DEVICE_ENUM base = next_base_device(device);
-        if (base != DEV_DEVICE_INVALID) found = search_device(base, type, basic_info, candidates);
+        const DEV_DEVICE_ENUM base = next_base_device(store, device);
+        if (base != DEV_DEVICE_INVALID) found = search_device(store, base, type, basic_info, candidates);
     }
     if (!found) note_none_installed(candidates.type(), dstr_get_user_string(device));
     return candidates.finish(found, ret_path);
 }
 
-bool DEV_PATH::get_existing_device_file_path(DEV_PART_ENUM part, const char* file_type_str, FIO_PATH* ret_path) {
+bool dev_path_find_file(const DEV_FAMILY_INFO_MGR_BODY& store, DEV_PART_ENUM part, const char* file_type_str,
+                        FIO_PATH* ret_path) {
     const DEV_PATH_FILE_TYPE type =
         checked_type(part > DEV_PART_INVALID, "part > DEV_PART_INVALID", part < DEV_PART_GENERIC,
                      "part < DEV_PART_GENERIC", file_type_str, ret_path, "part",
                      {DEV_PATH_TYPE_HDR, DEV_PATH_TYPE_PAD, DEV_PATH_TYPE_PKG, DEV_PATH_TYPE_PART_INFO});
     if (type == DEV_PATH_TYPE_UNKNOWN) return false;
-    const DEV_DEVICE_ENUM device = DEV_PART_MANAGER().get_device_of(part);
+    const DEV_PART_DESC* desc = store.get_desc_of(part);
+    const DEV_DEVICE_ENUM device = desc ? desc->get_device() : DEV_DEVICE_INVALID;
     if (device == DEV_DEVICE_INVALID) {
         ret_path->clear();
         return false;
     }
-    if (type == DEV_PATH_TYPE_HDR) return get_existing_device_file_path(device, file_type_str, ret_path);
-    DEV_PATH_CANDIDATES candidates(s_type_names[type]);
-    bool found = search_part(part, device, type, true, candidates);
+    if (type == DEV_PATH_TYPE_HDR) return dev_path_find_file(store, device, file_type_str, ret_path);
+    DEV_PATH_CANDIDATES candidates(FILE_TYPE_NAMES[type]);
+    bool found = search_part(store, *desc, device, type, true, candidates);
     if (!found) {
-        const DEV_DEVICE_ENUM base = next_base_device(device);
-        if (base != DEV_DEVICE_INVALID) found = search_part(part, base, type, false, candidates);
+        const DEV_DEVICE_ENUM base = next_base_device(store, device);
+        if (base != DEV_DEVICE_INVALID) found = search_part(store, *desc, base, type, false, candidates);
     }
     if (!found) note_none_installed(candidates.type(), dstr_get_user_string(part));
     return candidates.finish(found, ret_path);
 }
-
-bool DEV_PATH::is_pdb_file(const FIO_PATH& path) { return gen_stricmp("ddb", path.extension().c_str()) == 0; }

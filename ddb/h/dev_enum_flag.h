@@ -16,6 +16,7 @@ template <typename ENUM, unsigned BITS>
 class DEV_ENUM_FLAG {
 public:
     typedef uint64_t WORD;
+    typedef ENUM value_type;
     static constexpr unsigned WORD_BITS = 64;
     static constexpr unsigned WORDS = (BITS + WORD_BITS - 1) / WORD_BITS;
 

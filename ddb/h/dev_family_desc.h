@@ -1,5 +1,5 @@
-// DEV_FAMILY_DESC: the catalogue record of one family. Fields in stored order; enumerated
-// fields hold 0 when not set, list strings hold member names each followed by one blank.
+// DEV_FAMILY_DESC: the catalogue record of one family. Enumerated fields hold 0 when not
+// set, list strings hold member names each followed by one blank.
 #ifndef VELCORA_DEV_FAMILY_DESC_H
 #define VELCORA_DEV_FAMILY_DESC_H
 
@@ -12,65 +12,47 @@
 
 struct PDB_MATCH_DATA;
 
+// The fields in stored order (see dev_desc_field.h).
+#define DEV_FAMILY_DESC_FIELD_LIST(F)                                                                            \
+    F(DEV_FAMILY_ENUM, family, DEV_FAMILY_INVALID, NONE, "", nullptr)                                            \
+    F(uint8_t, bak_version, 0, INT, "BAK_VERSION", nullptr)                                                      \
+    F(uint8_t, encryption_id, 0, INT, "ENCRYPTION_ID", nullptr)                                                  \
+    F(DEV_FAMILY_ENUM, base_family_id, DEV_FAMILY_INVALID, ENUM, "BASE_FAMILY_ID", &dstr_table_dev_family_enum)  \
+    F(DEV_FAMILY_ENUM, kx_library_family, DEV_FAMILY_INVALID, ENUM, "KX_LIBRARY_FAMILY",                        \
+      &dstr_table_dev_family_enum)                                                                               \
+    F(DEV_FAMILY_TRAIT_FLAG, traits, {}, TRAIT, "TRAITS", &dstr_table_dev_family_trait_enum)                     \
+    F(DEV_VOLTAGE_ENUM, max_nominal_core_supply_voltage, DEV_VOLTAGE_INVALID, ENUM,                              \
+      "MAX_NOMINAL_CORE_SUPPLY_VOLTAGE", &dstr_table_dev_voltage_enum)                                           \
+    F(DEV_VOLTAGE_ENUM, min_nominal_core_supply_voltage, DEV_VOLTAGE_INVALID, ENUM,                              \
+      "MIN_NOMINAL_CORE_SUPPLY_VOLTAGE", &dstr_table_dev_voltage_enum)                                           \
+    F(std::string, config_devices, {}, LIST, "CONFIG_DEVICES", &dstr_table_dev_device_enum)                      \
+    F(std::string, migration_families, {}, LIST, "MIGRATION_FAMILIES", &dstr_table_dev_family_enum)              \
+    F(std::string, unified_suffix, {}, STRING, "UNIFIED_SUFFIX", nullptr)                                        \
+    F(int32_t, max_automotive_temp, 0, INT, "MAX_AUTOMOTIVE_TEMP", nullptr)                                      \
+    F(int32_t, max_commercial_temp, 0, INT, "MAX_COMMERCIAL_TEMP", nullptr)                                      \
+    F(int32_t, max_extended_temp, 0, INT, "MAX_EXTENDED_TEMP", nullptr)                                          \
+    F(int32_t, max_industrial_temp, 0, INT, "MAX_INDUSTRIAL_TEMP", nullptr)                                      \
+    F(int32_t, max_military_temp, 0, INT, "MAX_MILITARY_TEMP", nullptr)                                          \
+    F(int32_t, min_automotive_temp, 0, INT, "MIN_AUTOMOTIVE_TEMP", nullptr)                                      \
+    F(int32_t, min_commercial_temp, 0, INT, "MIN_COMMERCIAL_TEMP", nullptr)                                      \
+    F(int32_t, min_extended_temp, 0, INT, "MIN_EXTENDED_TEMP", nullptr)                                          \
+    F(int32_t, min_industrial_temp, 0, INT, "MIN_INDUSTRIAL_TEMP", nullptr)                                      \
+    F(int32_t, min_military_temp, 0, INT, "MIN_MILITARY_TEMP", nullptr)
+
 class DEV_FAMILY_DESC {
 public:
     explicit DEV_FAMILY_DESC(DEV_FAMILY_ENUM family = DEV_FAMILY_INVALID) : m_family(family) {}
 
-    DEV_DESC_FIELD(DEV_FAMILY_ENUM, family, DEV_FAMILY_INVALID)
-    DEV_DESC_FIELD(uint8_t, bak_version, 0)
-    DEV_DESC_FIELD(uint8_t, encryption_id, 0)
-    DEV_DESC_FIELD(DEV_FAMILY_ENUM, base_family_id, DEV_FAMILY_INVALID)
-    DEV_DESC_FIELD(DEV_FAMILY_ENUM, kx_library_family, DEV_FAMILY_INVALID)
-    DEV_DESC_FIELD(DEV_FAMILY_TRAIT_FLAG, traits, {})
-    DEV_DESC_FIELD(DEV_VOLTAGE_ENUM, max_nominal_core_supply_voltage, DEV_VOLTAGE_INVALID)
-    DEV_DESC_FIELD(DEV_VOLTAGE_ENUM, min_nominal_core_supply_voltage, DEV_VOLTAGE_INVALID)
-    DEV_DESC_FIELD(std::string, config_devices, {})
-    DEV_DESC_FIELD(std::string, migration_families, {})
-    DEV_DESC_FIELD(std::string, unified_suffix, {})
-    DEV_DESC_FIELD(int32_t, max_automotive_temp, 0)
-    DEV_DESC_FIELD(int32_t, max_commercial_temp, 0)
-    DEV_DESC_FIELD(int32_t, max_extended_temp, 0)
-    DEV_DESC_FIELD(int32_t, max_industrial_temp, 0)
-    DEV_DESC_FIELD(int32_t, max_military_temp, 0)
-    DEV_DESC_FIELD(int32_t, min_automotive_temp, 0)
-    DEV_DESC_FIELD(int32_t, min_commercial_temp, 0)
-    DEV_DESC_FIELD(int32_t, min_extended_temp, 0)
-    DEV_DESC_FIELD(int32_t, min_industrial_temp, 0)
-    DEV_DESC_FIELD(int32_t, min_military_temp, 0)
+    DEV_DESC_FIELDS(DEV_FAMILY_DESC, DEV_FAMILY_DESC_FIELD_LIST)
 
 public:
     // Mutable access for the readers (traits are set bit by bit, lists appended to).
     DEV_FAMILY_TRAIT_FLAG& traits() { return m_traits; }
     bool has_trait(DEV_FAMILY_TRAIT_ENUM trait) const { return m_traits.test(trait); }
-
-    // Calls visitor(field name, member) for every field in stored order.
-    template <typename VISITOR>
-    void visit_fields(VISITOR&& v) {
-        v("family", m_family);
-        v("bak_version", m_bak_version);
-        v("encryption_id", m_encryption_id);
-        v("base_family_id", m_base_family_id);
-        v("kx_library_family", m_kx_library_family);
-        v("traits", m_traits);
-        v("max_nominal_core_supply_voltage", m_max_nominal_core_supply_voltage);
-        v("min_nominal_core_supply_voltage", m_min_nominal_core_supply_voltage);
-        v("config_devices", m_config_devices);
-        v("migration_families", m_migration_families);
-        v("unified_suffix", m_unified_suffix);
-        v("max_automotive_temp", m_max_automotive_temp);
-        v("max_commercial_temp", m_max_commercial_temp);
-        v("max_extended_temp", m_max_extended_temp);
-        v("max_industrial_temp", m_max_industrial_temp);
-        v("max_military_temp", m_max_military_temp);
-        v("min_automotive_temp", m_min_automotive_temp);
-        v("min_commercial_temp", m_min_commercial_temp);
-        v("min_extended_temp", m_min_extended_temp);
-        v("min_industrial_temp", m_min_industrial_temp);
-        v("min_military_temp", m_min_military_temp);
-    }
-
-    bool operator==(const DEV_FAMILY_DESC& o) const;
-    bool operator!=(const DEV_FAMILY_DESC& o) const { return !(*this == o); }
+    // The family's maximum (minimum) temperature of a temperature grade; 0 after the internal
+    // error "Illegal value (%d) of temprerature grade argument in get_max_temperature_of"
+    // (get_min_temperature_of) for a value that names no grade.
+    int get_grade_temperature(DEV_TEMPERATURE_ENUM grade, bool maximum) const;
 
     // The persistent store's auto-match hook; not generated for this class (reports so).
     static bool is_auto_match_pdb_xfr(DEV_FAMILY_DESC* object, PDB_MATCH_DATA* data);

@@ -1,6 +1,7 @@
 // DEV_PART_MANAGER: the query face of the catalogue for parts and devices. A cheap handle:
 // the records live in the process-wide DEV_FAMILY_INFO_MGR_BODY, and the per-part voltage and
-// temperature lists are computed once per part and kept for the life of the process.
+// temperature lists are computed once per part and kept by that store until its records
+// change.
 //
 // Every part argument must lie strictly between DEV_PART_INVALID and DEV_PART_GENERIC (and
 // likewise for devices); a bad argument or an absent record is reported as an internal error
@@ -19,7 +20,6 @@ class DEV_FAMILY_INFO_MGR_BODY;
 class DEV_FAMILY_DESC;
 class DEV_DEVICE_DESC;
 class DEV_PART_DESC;
-struct DEV_PART_LIST_CACHE;
 
 // Which corner list a best-match query works on.
 enum dat_timing_models : int { DAT_SLOW_MODEL = 0, DAT_FAST_MODEL = 1 };
@@ -34,12 +34,9 @@ class DEV_PART_MANAGER {
 public:
     // A handle on the process-wide store (created, and the catalogue loaded, on first use).
     DEV_PART_MANAGER();
-    // A handle on a store of the caller's own (tools and tests); it keeps list caches of
-    // its own, shared by its copies. The store must outlive the handle and its copies.
+    // A handle on a store of the caller's own (tools and tests). The store must outlive the
+    // handle and its copies.
     explicit DEV_PART_MANAGER(DEV_FAMILY_INFO_MGR_BODY* store);
-    ~DEV_PART_MANAGER();
-    DEV_PART_MANAGER(const DEV_PART_MANAGER&);
-    DEV_PART_MANAGER& operator=(const DEV_PART_MANAGER&);
 
     DEV_FAMILY_INFO_MGR_BODY* get_store() const { return m_store; }
 
@@ -106,7 +103,7 @@ public:
     // ---- voltages -------------------------------------------------------------------------
     DEV_VOLTAGE_ENUM get_default_voltage(DEV_PART_ENUM part) const;
     // The part's core voltages, each once (a set: callers must not rely on the order). The
-    // reference stays valid for the life of the handle's store.
+    // reference stays valid until the records of the handle's store change.
     const std::vector<DEV_VOLTAGE_ENUM>& get_voltage_list(DEV_PART_ENUM part) const;
     bool has_selectable_core_voltage(DEV_PART_ENUM part) const;
     bool test_voltage_of(DEV_PART_ENUM part, DEV_VOLTAGE_ENUM voltage) const;
@@ -162,7 +159,6 @@ private:
     const std::vector<int>& cached_temperature_list(DEV_PART_ENUM part, bool maximum) const;
 
     DEV_FAMILY_INFO_MGR_BODY* m_store = nullptr;
-    std::shared_ptr<DEV_PART_LIST_CACHE> m_cache;
 };
 
 #endif

@@ -1,5 +1,7 @@
-// The catalogue store's persistent side: file names, loading with its fallbacks, writing,
-// the default text catalogue, and the part traits derived after every load.
+// DEV_FAMILY_INFO_PDB: the catalogue store's persistent side, over the store's public
+// interface: file names, loading with its fallbacks, writing, the default text catalogue and
+// the installed catalogue that the process-wide store starts with. The store's members of
+// the same names forward here.
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
@@ -83,14 +85,9 @@ void take_all(DEV_FAMILY_INFO_MGR_BODY& store, std::vector<DESC*>& records, bool
     }
 }
 
-}  // namespace
-
-bool DEV_FAMILY_INFO_MGR_BODY::load_family_data(DEV_FAMILY_ENUM family) {
-    return load_data_from_pdb(family, DEV_FAMILY_DATA_TYPE_INFO, nullptr);
-}
-
-bool DEV_FAMILY_INFO_MGR_BODY::generate_pdb_path(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type,
-                                                 const FIO_PATH* explicit_path, FIO_PATH* pdb_path) const {
+// The persistent file of a family (or of all families) and data type.
+bool generate_pdb_path_of(const DEV_FAMILY_INFO_MGR_BODY& store, DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type,
+                          const FIO_PATH* explicit_path, FIO_PATH* pdb_path) {
     if (!DEV_ASSERT_TEXT((family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX),
                          "(family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX)"))
         return false;
@@ -100,22 +97,40 @@ bool DEV_FAMILY_INFO_MGR_BODY::generate_pdb_path(DEV_FAMILY_ENUM family, DEV_FAM
         return true;
     }
     std::string directory;
-    get_ddb_fullpath_of(family, directory);
+    store.get_ddb_fullpath_of(family, directory);
     std::string base = family == DEV_FAMILY_GENERIC ? std::string("ddb_cumulative")
                                                     : std::string("ddb_") + dstr_get_debug_string(family);
     pdb_path->set_full_path(directory + "/" + lower(base + suffix_of(type)));
     return true;
 }
 
-bool DEV_FAMILY_INFO_MGR_BODY::load_data_from_pdb(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type,
+// The persistent side of one store.
+class DEV_FAMILY_INFO_PDB {
+public:
+    explicit DEV_FAMILY_INFO_PDB(DEV_FAMILY_INFO_MGR_BODY& store) : m_store(store) {}
+    bool generate_path(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, const FIO_PATH* explicit_path,
+                       FIO_PATH* pdb_path) const {
+        return generate_pdb_path_of(m_store, family, type, explicit_path, pdb_path);
+    }
+    bool load(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, const FIO_PATH* explicit_path);
+    bool read_default();
+    bool write(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, const FIO_PATH* explicit_path,
+               int compression_level);
+    bool load_installed();
+
+private:
+    DEV_FAMILY_INFO_MGR_BODY& m_store;
+};
+
+bool DEV_FAMILY_INFO_PDB::load(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type,
                                                   const FIO_PATH* explicit_path) {
     const bool from_ascii = cfg_is_on("dev_load_hdr_info_from_ascii", false);
     const bool debug = cfg_is_on("dev_debug_family_info", false);
     const double start = now_seconds();
-    m_loaded_data_type = type;
+    m_store.set_loaded_data_type(type);
 
     FIO_PATH path;
-    if (!generate_pdb_path(family, type, explicit_path, &path)) return false;
+    if (!generate_path(family, type, explicit_path, &path)) return false;
     bool exists = FIO_FILE_SYSTEM::exists(path);
     if (!exists) {
         if (explicit_path) {
@@ -125,11 +140,11 @@ bool DEV_FAMILY_INFO_MGR_BODY::load_data_from_pdb(DEV_FAMILY_ENUM family, DEV_FA
         // The cumulative file of the same kind, the family's own complete file, then the
         // complete cumulative file at the root of the device database.
         FIO_PATH candidate;
-        if (generate_pdb_path(DEV_FAMILY_GENERIC, type, nullptr, &candidate) && FIO_FILE_SYSTEM::exists(candidate)) {
+        if (generate_path(DEV_FAMILY_GENERIC, type, nullptr, &candidate) && FIO_FILE_SYSTEM::exists(candidate)) {
             path = candidate;
             exists = true;
         } else if (type != DEV_FAMILY_DATA_TYPE_INFO &&
-                   generate_pdb_path(family, DEV_FAMILY_DATA_TYPE_INFO, nullptr, &candidate) &&
+                   generate_path(family, DEV_FAMILY_DATA_TYPE_INFO, nullptr, &candidate) &&
                    FIO_FILE_SYSTEM::exists(candidate)) {
             path = candidate;
             type = DEV_FAMILY_DATA_TYPE_INFO;
@@ -159,10 +174,10 @@ bool DEV_FAMILY_INFO_MGR_BODY::load_data_from_pdb(DEV_FAMILY_ENUM family, DEV_FA
         }
         const std::string text_file = tst_get_value(kTestSection, kTestKey);
         tst_set_value(kTestSection, kTestKey, "ASCII data loaded for " + bookkeeping_name(family));
-        ok = read_family_data(FIO_PATH(text_file));
+        ok = m_store.read_family_data(FIO_PATH(text_file));
     } else if (from_ascii) {
         DEV_DEBUG("ASCII mode. Reading from %s (assumed text file)", full.c_str());
-        ok = read_family_data(path);
+        ok = m_store.read_family_data(path);
     } else {
         if (!has_ddb_extension(path)) return false;
         // Read into a storage of its own first: a failed load leaves the store unchanged.
@@ -191,9 +206,9 @@ bool DEV_FAMILY_INFO_MGR_BODY::load_data_from_pdb(DEV_FAMILY_ENUM family, DEV_FA
         if (storage.m_device_data.empty()) DEV_DEBUG("Device data is not available!");
         if (storage.m_part_data.empty()) DEV_DEBUG("Part data is not available!");
         const bool replace = explicit_path != nullptr;
-        take_all(*this, storage.m_family_data, replace);
-        take_all(*this, storage.m_device_data, replace);
-        take_all(*this, storage.m_part_data, replace);
+        take_all(m_store, storage.m_family_data, replace);
+        take_all(m_store, storage.m_device_data, replace);
+        take_all(m_store, storage.m_part_data, replace);
     }
     if (debug) {
         const double seconds = now_seconds() - start;
@@ -204,47 +219,47 @@ bool DEV_FAMILY_INFO_MGR_BODY::load_data_from_pdb(DEV_FAMILY_ENUM family, DEV_FA
                       dstr_get_user_string(family), full.c_str());
     }
     if (ok) {
-        generate_part_support_traits();
-        generate_fastest_part_traits();
+        m_store.generate_part_support_traits();
+        m_store.generate_fastest_part_traits();
         if (cfg_is_on("dev_dump_part_data", false)) {
             FIO_PATH dump = path;
             dump.set_extension("txt");
-            write_family_data(family, type, dump, ZLIB_NO_COMPRESSION);
+            m_store.write_family_data(family, type, dump, ZLIB_NO_COMPRESSION);
         }
         if (debug) {
             if (family == DEV_FAMILY_GENERIC)
                 DEV_DEBUG("Now maintaining info about all device families");
             else
-                DEV_DEBUG("Now maintaining info about %d devices and %d parts of %s", get_device_count(family),
-                          get_part_count(family), dstr_get_user_string(family));
+                DEV_DEBUG("Now maintaining info about %d devices and %d parts of %s", m_store.get_device_count(family),
+                          m_store.get_part_count(family), dstr_get_user_string(family));
         }
     }
     return ok;
 }
 
-bool DEV_FAMILY_INFO_MGR_BODY::read_default_family_data() {
+bool DEV_FAMILY_INFO_PDB::read_default() {
     const std::string file = gen_get_velcora_path() + "h" + "/" + "dev_part_manager_auto.part";
-    if (!read_family_data(FIO_PATH(file))) {
+    if (!m_store.read_family_data(FIO_PATH(file))) {
         DEV_INTERNAL_ERROR((std::string("Failed reading FGEN-generated ASCII family info data ") + file).c_str());
         return false;
     }
-    m_loaded_data_type = DEV_FAMILY_DATA_TYPE_INFO;
-    generate_part_support_traits();
-    generate_fastest_part_traits();
+    m_store.set_loaded_data_type(DEV_FAMILY_DATA_TYPE_INFO);
+    m_store.generate_part_support_traits();
+    m_store.generate_fastest_part_traits();
     return true;
 }
 
-bool DEV_FAMILY_INFO_MGR_BODY::write_data_to_pdb(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type,
+bool DEV_FAMILY_INFO_PDB::write(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type,
                                                  const FIO_PATH* explicit_path, int compression_level) {
     if (!DEV_ASSERT_TEXT(compression_level != 0, "compression_level != 0")) return false;
     const double start = now_seconds();
     std::unique_ptr<DEV_FAMILY_INFO> storage(new DEV_FAMILY_INFO(false));
     if (!DEV_ASSERT_TEXT(storage != NULL, "storage != NULL")) return false;
     FIO_PATH path;
-    if (!generate_pdb_path(family, type, explicit_path, &path)) return false;
+    if (!generate_path(family, type, explicit_path, &path)) return false;
     if (!has_ddb_extension(path)) return false;
     const std::string full = path.full_path();
-    prepare_output(family, type, storage.get());
+    m_store.prepare_output(family, type, storage.get());
     PDB_DDB_SEGMENT segment(true);
     segment << *storage;
     std::string error;
@@ -264,57 +279,53 @@ bool DEV_FAMILY_INFO_MGR_BODY::write_data_to_pdb(DEV_FAMILY_ENUM family, DEV_FAM
     return true;
 }
 
-// A part is supported by the compiler when its family record is known and marked neither
-// NO_COMPILER_SUPPORT nor NOT_INSTALLED; the part's COMPILER_SUPPORTED trait is set or
-// cleared accordingly (parts of families not loaded are left as they are).
-void DEV_FAMILY_INFO_MGR_BODY::generate_part_support_traits() {
-    for (auto& p : m_part_descriptors) {
-        if (!p) continue;
-        const DEV_FAMILY_DESC* f = find_desc_of(p->get_family());
-        if (!f) continue;
-        const bool supported =
-            !f->has_trait(DEV_FAMILY_TRAIT_NO_COMPILER_SUPPORT) && !f->has_trait(DEV_FAMILY_TRAIT_NOT_INSTALLED);
-        if (supported)
-            p->traits().set(DEV_PART_TRAIT_COMPILER_SUPPORTED);
-        else
-            p->traits().clear(DEV_PART_TRAIT_COMPILER_SUPPORTED);
-    }
+bool DEV_FAMILY_INFO_PDB::load_installed() {
+    FIO_PATH cumulative;
+    if (generate_path(DEV_FAMILY_GENERIC, DEV_FAMILY_DATA_TYPE_INFO, nullptr, &cumulative) &&
+        FIO_FILE_SYSTEM::exists(cumulative))
+        return load(DEV_FAMILY_GENERIC, DEV_FAMILY_DATA_TYPE_INFO, nullptr);
+    const std::string text = gen_get_velcora_path() + "h/dev_part_manager_auto.part";
+    if (FIO_FILE_SYSTEM::exists(text)) return read_default();
+    DEV_DEBUG("No device catalogue is installed under %s", gen_get_velcora_path().c_str());
+    return false;
 }
 
-// Parts of one device in one package at one temperature grade differ only by speed grade.
-// A speed grade's number is the leading number of its name ("2" for "2L"); a lower number is
-// faster. In each such group the parts with the lowest number get FASTEST_SPEED_GRADE and
-// those with the highest number SLOWEST_SPEED_GRADE (a group of one grade gets both). Parts
-// without a speed grade take no part and keep their traits.
-void DEV_FAMILY_INFO_MGR_BODY::generate_fastest_part_traits() {
-    // Each grade's number once; then the graded parts sorted by group, each group a run.
-    std::vector<long> number_of(DEV_SPEED_GENERIC, 0);
-    for (int s = DEV_SPEED_INVALID + 1; s < DEV_SPEED_GENERIC; ++s)
-        number_of[s] = std::strtol(dstr_get_user_string(static_cast<DEV_SPEED_ENUM>(s)), nullptr, 10);
-    struct GRADED {
-        std::tuple<int, int, int> group;  // device, package, temperature grade
-        long number;
-        DEV_PART_DESC* part;
-    };
-    std::vector<GRADED> graded;
-    for (auto& p : m_part_descriptors)
-        if (p && p->get_speed_grade() > DEV_SPEED_INVALID && p->get_speed_grade() < DEV_SPEED_GENERIC)
-            graded.push_back({std::make_tuple(static_cast<int>(p->get_device()), static_cast<int>(p->get_package()),
-                                              static_cast<int>(p->get_temperature_grade())),
-                              number_of[p->get_speed_grade()], p.get()});
-    std::sort(graded.begin(), graded.end(), [](const GRADED& a, const GRADED& b) { return a.group < b.group; });
-    for (size_t first = 0, end; first < graded.size(); first = end) {
-        long lowest = graded[first].number, highest = lowest;
-        for (end = first + 1; end < graded.size() && graded[end].group == graded[first].group; ++end) {
-            lowest = std::min(lowest, graded[end].number);
-            highest = std::max(highest, graded[end].number);
-        }
-        for (size_t i = first; i < end; ++i) {
-            DEV_PART_TRAIT_FLAG& traits = graded[i].part->traits();
-            traits.clear(DEV_PART_TRAIT_FASTEST_SPEED_GRADE);
-            traits.clear(DEV_PART_TRAIT_SLOWEST_SPEED_GRADE);
-            if (graded[i].number == lowest) traits.set(DEV_PART_TRAIT_FASTEST_SPEED_GRADE);
-            if (graded[i].number == highest) traits.set(DEV_PART_TRAIT_SLOWEST_SPEED_GRADE);
-        }
+}  // namespace
+
+// ---------------------------------------------------------------------------------------
+// The store's persistent members
+
+DEV_FAMILY_INFO_MGR_BODY* DEV_FAMILY_INFO_MGR_BODY::get_instance() {
+    static DEV_FAMILY_INFO_MGR_BODY instance;
+    // The load runs after construction, so queries made while loading find the store
+    // instead of re-entering its initialisation.
+    static bool load_started = false;
+    if (!load_started) {
+        load_started = true;
+        instance.load_installed_catalogue();
     }
+    return &instance;
+}
+
+bool DEV_FAMILY_INFO_MGR_BODY::load_installed_catalogue() { return DEV_FAMILY_INFO_PDB(*this).load_installed(); }
+
+bool DEV_FAMILY_INFO_MGR_BODY::load_family_data(DEV_FAMILY_ENUM family) {
+    return load_data_from_pdb(family, DEV_FAMILY_DATA_TYPE_INFO, nullptr);
+}
+
+bool DEV_FAMILY_INFO_MGR_BODY::generate_pdb_path(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type,
+                                                 const FIO_PATH* explicit_path, FIO_PATH* pdb_path) const {
+    return generate_pdb_path_of(*this, family, type, explicit_path, pdb_path);
+}
+
+bool DEV_FAMILY_INFO_MGR_BODY::load_data_from_pdb(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type,
+                                                  const FIO_PATH* explicit_path) {
+    return DEV_FAMILY_INFO_PDB(*this).load(family, type, explicit_path);
+}
+
+bool DEV_FAMILY_INFO_MGR_BODY::read_default_family_data() { return DEV_FAMILY_INFO_PDB(*this).read_default(); }
+
+bool DEV_FAMILY_INFO_MGR_BODY::write_data_to_pdb(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type,
+                                                 const FIO_PATH* explicit_path, int compression_level) {
+    return DEV_FAMILY_INFO_PDB(*this).write(family, type, explicit_path, compression_level);
 }
