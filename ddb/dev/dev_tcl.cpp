@@ -25,8 +25,6 @@ const ATCL_CALLBACK_ROW COMMAND_TABLE[] = {
 #undef DEV_TCL_COMMAND_ROW
     {nullptr, nullptr, nullptr}};
 
-constexpr DEV_FAMILY_TRAIT_ENUM FAMILY_TRAIT_NO_COMPILER_SUPPORT = static_cast<DEV_FAMILY_TRAIT_ENUM>(5);
-
 // A list result built element by element.
 class LIST_RESULT {
 public:
@@ -156,7 +154,7 @@ int dev_tcl_get_family_list(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* c
     Tcl_ResetResult(interp);
     LIST_RESULT result;
     for (DEV_FAMILY_ENUM family : family_list) {
-        if (!all && family_manager.test_trait_of(family, FAMILY_TRAIT_NO_COMPILER_SUPPORT)) continue;
+        if (!all && family_manager.test_trait_of(family, DEV_FAMILY_TRAIT_NO_COMPILER_SUPPORT)) continue;
         result.append(dstr_get_user_string(family));
     }
     return result.set(interp);

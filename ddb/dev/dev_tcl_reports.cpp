@@ -13,31 +13,33 @@ namespace {
 
 const char* const RULE = "------------------------------------------------------";
 
+template <typename TRAIT>
 struct TRAIT_LINE {
-    int trait;
+    TRAIT trait;
     const char* line;
 };
 
 // Part traits in report order.
-const TRAIT_LINE PART_TRAIT_LINES[] = {
-    {7, "\tNOT_LISTED: Cannot be selected using the Velcora (GUI)"},
-    {4, "\tNO_POF: No programming file can be generated for this part"},
-    {9, "\tNO_PIN_OUT: No pin out information exist for this part"},
-    {18, "\tADVANCED_INFO: Specifications for this part are subject to change"},
+const TRAIT_LINE<DEV_PART_TRAIT_ENUM> PART_TRAIT_LINES[] = {
+    {DEV_PART_TRAIT_NOT_LISTED, "\tNOT_LISTED: Cannot be selected using the Velcora (GUI)"},
+    {DEV_PART_TRAIT_NO_POF, "\tNO_POF: No programming file can be generated for this part"},
+    {DEV_PART_TRAIT_NO_PIN_OUT, "\tNO_PIN_OUT: No pin out information exist for this part"},
+    {DEV_PART_TRAIT_ADVANCED_INFO, "\tADVANCED_INFO: Specifications for this part are subject to change"},
 };
 
 // Family traits in report order.
-const TRAIT_LINE FAMILY_TRAIT_LINES[] = {
-    {7, "\tNOT_INSTALLED: Family is not installed"},
-    {4, "\tNOT_LISTED: Cannot be selected using the Velcora (GUI)"},
-    {5, "\tNO_COMPILER_SUPPORT: Family is not supported by the Velcora compiler"},
-    {13, "\tLOGIC_ANALYZER_SUPPORT: Supports the embedded logic analyzer for debugging in the device"},
-    {18, "\tINCREMENTAL_LOCKING: Supports locking placement and routing of design partitions"},
-    {23, "\tIN_SYSTEM_MEMORY_DEBUG: Supports reading and writing memory contents in the running device"},
-    {51, "\tFITTER_ECO: Supports incremental placement and routing ECOs"},
+const TRAIT_LINE<DEV_FAMILY_TRAIT_ENUM> FAMILY_TRAIT_LINES[] = {
+    {DEV_FAMILY_TRAIT_NOT_INSTALLED, "\tNOT_INSTALLED: Family is not installed"},
+    {DEV_FAMILY_TRAIT_NOT_LISTED, "\tNOT_LISTED: Cannot be selected using the Velcora (GUI)"},
+    {DEV_FAMILY_TRAIT_NO_COMPILER_SUPPORT, "\tNO_COMPILER_SUPPORT: Family is not supported by the Velcora compiler"},
+    {DEV_FAMILY_TRAIT_LOGIC_ANALYZER_SUPPORT,
+     "\tLOGIC_ANALYZER_SUPPORT: Supports the embedded logic analyzer for debugging in the device"},
+    {DEV_FAMILY_TRAIT_INCREMENTAL_LOCKING,
+     "\tINCREMENTAL_LOCKING: Supports locking placement and routing of design partitions"},
+    {DEV_FAMILY_TRAIT_IN_SYSTEM_MEMORY_DEBUG,
+     "\tIN_SYSTEM_MEMORY_DEBUG: Supports reading and writing memory contents in the running device"},
+    {DEV_FAMILY_TRAIT_FITTER_ECO, "\tFITTER_ECO: Supports incremental placement and routing ECOs"},
 };
-
-constexpr DEV_PART_TRAIT_ENUM PART_TRAIT_NO_USER_IO_COUNT = static_cast<DEV_PART_TRAIT_ENUM>(22);
 
 void print_line(const std::string& line) { atcl_print_msg("%s", line.c_str()); }
 
@@ -69,7 +71,7 @@ int dev_tcl_report_part_info(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* 
     const DEV_PKG_ENUM package = part_manager.get_pkg_of(part);
     const DEV_SPEED_ENUM speed = part_manager.get_speed_of(part);
     const int io_count = part_manager.get_device_resource_count_of(part, DEV_RESOURCE_USER_IO);
-    if (io_count < 1 && !part_manager.test_part_trait_of(part, PART_TRAIT_NO_USER_IO_COUNT))
+    if (io_count < 1 && !part_manager.test_part_trait_of(part, DEV_PART_TRAIT_NO_USER_IO_COUNT))
         DEV_INTERNAL_ERROR(std::string("Missing user IO count for part ") + dstr_get_debug_string(part));
 
     print_line(RULE);
@@ -85,8 +87,8 @@ int dev_tcl_report_part_info(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* 
     print_line("");
     print_line("Additional Information:");
     bool any = false;
-    for (const TRAIT_LINE& line : PART_TRAIT_LINES) {
-        if (!part_manager.test_part_trait_of(part, static_cast<DEV_PART_TRAIT_ENUM>(line.trait))) continue;
+    for (const auto& line : PART_TRAIT_LINES) {
+        if (!part_manager.test_part_trait_of(part, line.trait)) continue;
         print_line(line.line);
         any = true;
     }
@@ -152,8 +154,8 @@ int dev_tcl_report_family_info(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj
     print_line("Additional Information:");
     DEV_FAMILY_MANAGER family_manager;
     bool any = false;
-    for (const TRAIT_LINE& line : FAMILY_TRAIT_LINES) {
-        if (!family_manager.test_trait_of(family, static_cast<DEV_FAMILY_TRAIT_ENUM>(line.trait))) continue;
+    for (const auto& line : FAMILY_TRAIT_LINES) {
+        if (!family_manager.test_trait_of(family, line.trait)) continue;
         print_line(line.line);
         any = true;
     }
