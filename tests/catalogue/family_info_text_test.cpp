@@ -310,4 +310,40 @@ TEST_F(FamilyInfoTextTest, BundledCatalogueReadsCleanlyAndItsDumpReadsBackEqual)
     expect_same_records(store, again);
 }
 
+// An include that would read a file already being read, or that nests too deep, is refused
+// with one error naming the chain of files; the including file is read on.
+TEST_F(FamilyInfoTextTest, IncludeCyclesAndRunawayNestingAreRefused) {
+    DEV_FAMILY_INFO_MGR_BODY store;
+    const std::string self = dir.file("self.part");
+    const std::string family = "family LUMIO\n\tBAK_VERSION = 3\nend\n";
+    EXPECT_FALSE(read(store, "self.part", "include \"" + self + "\"\n" + family));
+    EXPECT_EQ(errors(), std::vector<std::string>{"Refused to include " + self + ": it is already being read (" + self +
+                                                 " -> " + self + ")"});
+    EXPECT_TRUE(capture().has_debug("Failed loading included file " + self));
+    ASSERT_TRUE(store.find_desc_of(DEV_FAMILY_LUMIO));
+    EXPECT_EQ(store.find_desc_of(DEV_FAMILY_LUMIO)->get_bak_version(), 3);
+
+    clear_reports();
+    const std::string a = dir.file("a.part"), b = dir.file("b.part");
+    dir.write("b.part", "include \"" + dir.path() + "/./a.part\"\n");
+    EXPECT_FALSE(read(store, "a.part", "include \"" + b + "\"\n"));
+    EXPECT_EQ(errors(), std::vector<std::string>{"Refused to include " + dir.path() + "/./a.part" +
+                                                 ": it is already being read (" + a + " -> " + b + " -> " +
+                                                 dir.path() + "/./a.part)"});
+
+    // A chain of distinct files deeper than the limit: the first include past it is refused.
+    clear_reports();
+    const int files = 64 + 5;
+    for (int i = files; i-- > 0;)
+        dir.write("n" + std::to_string(i) + ".part",
+                  i + 1 < files ? "include \"" + dir.file("n" + std::to_string(i + 1) + ".part") + "\"\n" : family);
+    EXPECT_FALSE(store.read_family_data(FIO_PATH(dir.file("n0.part"))));
+    ASSERT_EQ(errors().size(), 1u);
+    EXPECT_EQ(errors()[0].rfind("Refused to include " + dir.file("n64.part") + ": includes nest deeper than 64 files (" +
+                                    dir.file("n0.part") + " -> ",
+                                0),
+              0u)
+        << errors()[0];
+}
+
 }  // namespace

@@ -215,3 +215,31 @@ TEST_F(CornerRules, UnknownCornerNamesAreReportedAndSkipped) {
               (std::vector<DEV_VOLTAGE_TEMPERATURE_PAIR>{{V("1_2V"), 85}}));
     EXPECT_EQ(pm.get_default_slow_timing_corner(P(18)), DEV_TIMING_MODEL_INVALID);
 }
+
+// The lists are derived from the records: replacing a record or clearing the store must not
+// leave an answer computed from the old record.
+TEST_F(CornerRules, DerivedListsFollowTheRecords) {
+    DEV_FAMILY_INFO_MGR_BODY store;
+    {
+        MSG_CAPTURE quiet;
+        ASSERT_TRUE(store.read_family_data(
+            FIO_PATH(fixture().dir.write("small.part", family_block(1, "\tMAX_COMMERCIAL_TEMP = 100\n") +
+                                                           device_block(1, 1, "1_2V") +
+                                                           part_block(1, 1, 1, "COMMERCIAL", "1_2V",
+                                                                      {"1200MV_125C", "1100MV_100C"}, {})))));
+    }
+    const DEV_PART_MANAGER own(&store);
+    EXPECT_EQ(own.get_voltage_list(P(1)).size(), 2u);
+    EXPECT_EQ(own.get_max_temp_list(P(1)), std::vector<int>{100});
+
+    auto* replacement = new DEV_PART_DESC(*store.get_desc_of(P(1)));
+    replacement->set_slow_timing_corners("1200MV_125C ");
+    replacement->set_temperature_grade(DEV_TEMPERATURE_INVALID);
+    ASSERT_TRUE(store.take_desc(replacement, true));
+    EXPECT_EQ(own.get_voltage_list(P(1)), std::vector<DEV_VOLTAGE_ENUM>{V("1_2V")});
+    EXPECT_EQ(own.get_max_temp_list(P(1)), std::vector<int>{85});
+
+    store.clear();
+    EXPECT_TRUE(own.get_voltage_list(P(1)).empty());
+    EXPECT_TRUE(own.get_min_temp_list(P(1)).empty());
+}

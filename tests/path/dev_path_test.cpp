@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "capture_fixture.h"
-#include "ddb/dev/dev_basic_info_body.h"
+#include "dev_basic_info_body.h"
 #include "ddb/dev/dev_family_info_mgr_body.h"
 #include "dev_basic_info.h"
 #include "dev_path.h"
@@ -314,3 +314,26 @@ TEST_F(DevPathTest, PathBuildersAndPersistentTest) {
 }
 
 }  // namespace
+
+// The handle reports a missing body in its class's wording and reads the kind's default.
+TEST(DevHandle, MissingBodyIsReportedAndReadsGiveDefaults) {
+    MSG_CAPTURE capture;
+    DEV_BASIC_INFO info(nullptr);
+    EXPECT_EQ(capture.internal_errors(), std::vector<std::string>{"body != 0"});
+    capture.clear();
+    EXPECT_FALSE(info.is_valid_int_enum(DEV_BASIC_INFO_INT_DATA_ENUM(0)));
+    int value = 7;
+    EXPECT_FALSE(info.get_int_data(DEV_BASIC_INFO_INT_DATA_ENUM(0), &value));
+    EXPECT_EQ(value, 7);
+    EXPECT_TRUE(capture.internal_errors().empty());
+    EXPECT_EQ(info.get_int_data(DEV_BASIC_INFO_INT_DATA_ENUM(0)), 0);
+    EXPECT_EQ(info.get_string_data(DEV_BASIC_INFO_STRING_DATA_ENUM(0)), "");
+    EXPECT_EQ(info.get_device_enum(), DEV_DEVICE_INVALID);
+    EXPECT_EQ(capture.internal_errors(), (std::vector<std::string>{"m_body != 0", "m_body != 0", "m_body != 0"}));
+
+    auto* body = new DEV_BASIC_INFO_BODY;
+    body->set_enum_data(DEV_BASIC_INFO_ENUM_DEVICE, 5);
+    info.set_body(body);
+    EXPECT_EQ(info.get_device_enum(), DEV_DEVICE_ENUM(5));
+    EXPECT_EQ(info.get_body(), body);
+}

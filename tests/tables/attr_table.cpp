@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "capture_fixture.h"
-#include "ddb/dev/dev_attribute_table.h"
+#include "dev_attribute_table.h"
 
 namespace {
 

@@ -18,8 +18,16 @@
 
 #include "dev_utility.h"
 #include "host/astr.h"
-#include "host/msg.h"
 #include "host/vtl_bool_vector.h"
+
+// Reports a broken precondition of an attribute table (the reports name the table's source
+// unit, ddb/dev/dev_attribute_table, whichever record's table reported).
+void dev_attribute_report(const char* text);
+// Reports `text` unless `condition` holds; answers the condition.
+inline bool dev_attribute_check(bool condition, const char* text) {
+    if (!condition) dev_attribute_report(text);
+    return condition;
+}
 
 typedef std::vector<int> DEV_INT_VECTOR;
 typedef std::vector<double> DEV_DOUBLE_VECTOR;
@@ -34,9 +42,7 @@ struct DEV_ATTRIBUTE_KEY {
     static bool in_range(int key) { return static_cast<unsigned>(key) < static_cast<unsigned>(MAX); }
     // Reports "key >= 0 && key < DEV_<R>_<K>_DATA_MAX" for a key out of range.
     static bool check_range(int key) {
-        if (in_range(key)) return true;
-        DEV_INTERNAL_ERROR(TRAITS::range_text);
-        return false;
+        return dev_attribute_check(in_range(key), TRAITS::range_text);
     }
 };
 
@@ -77,7 +83,7 @@ struct DEV_ATTRIBUTE_ACCESS;
         }                                                                                        \
         RESULT get_##k##_data(KEY key) const {                                                   \
             if (!KEYS::check_range(key)) return dev_attribute_default<VALUE>();                  \
-            DEV_ASSERT_TEXT(this->is_valid_##k##_enum(key), "this->is_valid_" #k "_enum(key)");  \
+            dev_attribute_check(this->is_valid_##k##_enum(key), "this->is_valid_" #k "_enum(key)"); \
             return dev_attribute_slot(m_##k##_data, key);                                        \
         }                                                                                        \
         bool get_##k##_data(KEY key, VALUE* value) const {                                       \
@@ -95,8 +101,8 @@ struct DEV_ATTRIBUTE_ACCESS;
         void store(KEY key, V&& value) {                                                         \
             if (!KEYS::check_range(key)) return;                                                 \
             if (SET_ONCE)                                                                        \
-                DEV_ASSERT_TEXT(!this->m_##k##_enum_is_valid.get_value(key),                     \
-                                "!this->m_" #k "_enum_is_valid.get_value(key)");                 \
+                dev_attribute_check(!this->m_##k##_enum_is_valid.get_value(key),                 \
+                                    "!this->m_" #k "_enum_is_valid.get_value(key)");             \
             dev_attribute_store(m_##k##_data, key, std::forward<V>(value));                      \
             m_##k##_enum_is_valid.set_value(key, true);                                          \
         }                                                                                        \

@@ -1,0 +1,109 @@
+// DEV_HANDLE<BODY>: the public handle of a data class. A handle holds exactly one pointer to
+// its body, which it owns: the destructor destroys the body. Reads go to the body; writing is
+// done on the body (get_body()), so that only loaders and parsers modify data.
+//
+// The handle forwards the typed attribute reads of every kind its body declares (the body's
+// DEV_ATTRIBUTE_TABLE): is_valid_<k>_enum(key), the reporting get_<k>_data(key) and the
+// non-reporting get_<k>_data(key, value*). Without a body, is_valid_* and the
+// non-reporting reads answer false; a reporting read reports the missing body and returns
+// the kind's default.
+//
+// The reports are worded per class through WORDING: `constructed_without_body` when the
+// handle is built from a null pointer, `read_without_body` when a read finds no body.
+//
+//   class DEV_BASIC_INFO : public DEV_HANDLE<DEV_BASIC_INFO_BODY> { ... };
+#ifndef VELCORA_DEV_HANDLE_H
+#define VELCORA_DEV_HANDLE_H
+
+#include "dev_attribute_table.h"
+
+// Reports a handle's missing body (the reports name the source unit ddb/dev/dev_handle).
+void dev_handle_report(const char* text);
+
+// The usual wording of the two reports.
+struct DEV_HANDLE_WORDING {
+    static constexpr const char* constructed_without_body = "body != 0";
+    static constexpr const char* read_without_body = "m_body != 0";
+};
+
+// The forwarded reads of one key enumeration; HANDLE gives the body (CRTP).
+template <ASTR_KIND KIND, typename HANDLE, typename KEY>
+class DEV_HANDLE_READS;
+
+#define DEV_HANDLE_KIND_READS(KIND, k)                                                                  \
+    template <typename HANDLE, typename KEY>                                                            \
+    class DEV_HANDLE_READS<KIND, HANDLE, KEY> {                                                         \
+        typedef typename DEV_ATTRIBUTE_ACCESS<KIND>::value_type VALUE;                                  \
+                                                                                                        \
+    public:                                                                                             \
+        bool is_valid_##k##_enum(KEY key) const {                                                       \
+            const auto* body = self().get_body();                                                       \
+            return body && body->is_valid_##k##_enum(key);                                              \
+        }                                                                                               \
+        decltype(auto) get_##k##_data(KEY key) const {                                                  \
+            const auto* body = self().body_to_read();                                                   \
+            return body ? body->get_##k##_data(key) : dev_attribute_default<VALUE>();                   \
+        }                                                                                               \
+        bool get_##k##_data(KEY key, VALUE* value) const {                                              \
+            const auto* body = self().get_body();                                                       \
+            return body && body->get_##k##_data(key, value);                                            \
+        }                                                                                               \
+                                                                                                        \
+    private:                                                                                            \
+        const HANDLE& self() const { return static_cast<const HANDLE&>(*this); }                        \
+    };
+
+DEV_HANDLE_KIND_READS(ASTR_KIND_BOOL, bool)
+DEV_HANDLE_KIND_READS(ASTR_KIND_INT, int)
+DEV_HANDLE_KIND_READS(ASTR_KIND_ENUM, enum)
+DEV_HANDLE_KIND_READS(ASTR_KIND_STRING, string)
+DEV_HANDLE_KIND_READS(ASTR_KIND_2D_INT, 2d_int)
+DEV_HANDLE_KIND_READS(ASTR_KIND_VEC_INT, vec_int)
+DEV_HANDLE_KIND_READS(ASTR_KIND_VEC_DOUBLE, vec_double)
+DEV_HANDLE_KIND_READS(ASTR_KIND_VEC_STRING, vec_string)
+#undef DEV_HANDLE_KIND_READS
+
+// The reads of every key enumeration of a body.
+template <typename HANDLE, typename KEYS>
+class DEV_HANDLE_ALL_READS;
+template <typename HANDLE, typename... KEYS>
+class DEV_HANDLE_ALL_READS<HANDLE, DEV_ATTRIBUTE_KEY_LIST<KEYS...>>
+    : public DEV_HANDLE_READS<ASTR_KEY_TRAITS<KEYS>::kind, HANDLE, KEYS>... {};
+
+template <typename BODY, typename WORDING = DEV_HANDLE_WORDING>
+class DEV_HANDLE : public DEV_HANDLE_ALL_READS<DEV_HANDLE<BODY, WORDING>, typename BODY::attribute_keys> {
+public:
+    typedef BODY body_type;
+
+    // Takes ownership of `body`; a null body is reported, and the handle is built anyway.
+    explicit DEV_HANDLE(BODY* body) : m_body(body) {
+        if (!body) dev_handle_report(WORDING::constructed_without_body);
+    }
+    ~DEV_HANDLE() {
+        delete m_body;
+        m_body = nullptr;
+    }
+    DEV_HANDLE(const DEV_HANDLE&) = delete;
+    DEV_HANDLE& operator=(const DEV_HANDLE&) = delete;
+
+    BODY* get_body() const { return m_body; }
+    // Destroys the current body and takes `body` in its place.
+    void set_body(BODY* body) {
+        if (body == m_body) return;
+        delete m_body;
+        m_body = body;
+    }
+    // The body for a read; null, after the missing-body report, when there is none.
+    const BODY* body_to_read() const {
+        if (!m_body) dev_handle_report(WORDING::read_without_body);
+        return m_body;
+    }
+
+protected:
+    // A handle without a body yet (for handles whose loader creates it).
+    DEV_HANDLE() : m_body(nullptr) {}
+
+    BODY* m_body;
+};
+
+#endif
