@@ -12,8 +12,12 @@
 //   DSTR_BOUND(ID, value)                       a bound without a string (_MAX, _END, ...)
 //   DSTR_ENUM_END(TYPE, name, INVALID, BOUND)   closes it; a member is valid when it lies
 //                                               strictly between INVALID and BOUND
-// This header expands them into the C++ enums and the function declarations below;
-// host/tables/dstr_tables.cpp expands them into the DSTR_TABLEs.
+// One header per enumeration, host/tables/<name>.h, expands its definition into the C++ enum
+// and the function declarations below and pins the numbers that data files and code rely
+// on; this header includes them all. host/tables/dstr_tables.cpp expands the definitions
+// into the DSTR_TABLEs. Code includes the headers of the enumerations it uses, so that
+// regenerating the product line (families, devices, parts, packages, speed grades)
+// recompiles only what uses those.
 //
 // Per enumeration TYPE with stem `name`:
 //   const DSTR_TABLE& dstr_table_<name>();
@@ -24,47 +28,31 @@
 #ifndef VELCORA_HOST_DSTR_H
 #define VELCORA_HOST_DSTR_H
 
-#include <string>
-
-#include "host/dstr_table.h"
-
-// Data columns of the voltage and timing-model rows: "no numeric value".
-constexpr int DEV_NO_MILLIVOLTS = 2147483647;
-constexpr int DEV_NO_TEMPERATURE = 2147483647;
-
-#define DSTR_DECLARE_FUNCTIONS(TYPE, name)                           \
-    const DSTR_TABLE& dstr_table_##name();                           \
-    bool dstr_exists_##name##_by_string(const char* text);           \
-    bool dstr_exists_##name##_by_string(const std::string& text);    \
-    TYPE dstr_get_##name##_by_string(const char* text);              \
-    TYPE dstr_get_##name##_by_string(const std::string& text);       \
-    bool dstr_is_valid_##name(int value);                            \
-    const char* dstr_get_debug_string(TYPE value);                   \
-    const char* dstr_get_user_string(TYPE value);
-
-#define DSTR_ENUM_BEGIN(TYPE, name) enum TYPE : int {
-#define DSTR_INVALID(ID, value) ID = value,
-#define DSTR_MEMBER(ID, value, debug, user, ...) ID = value,
-#define DSTR_GENERIC(ID, value, debug, user) ID = value,
-#define DSTR_BOUND(ID, value) ID = value,
-#define DSTR_ENUM_END(TYPE, name, INVALID, BOUND) }; DSTR_DECLARE_FUNCTIONS(TYPE, name)
-#include "host/tables/dstr_enums.inc"
-#include "host/dstr_undef.h"
-
-// ---------------------------------------------------------------------------------------
-// Data carried by the voltage and timing-model rows (host/tables/dstr_operating_points.cpp).
-
-// The nominal millivolts of a voltage; DEV_NO_MILLIVOLTS for a voltage without a numeric
-// value; -1 for a value that names no voltage.
-int dstr_get_voltage_millivolts(int voltage);
-// The first voltage of exactly `millivolts`; DEV_VOLTAGE_INVALID when none has it.
-DEV_VOLTAGE_ENUM dstr_get_voltage_by_millivolts(int millivolts);
-// The operating point of a timing model: its voltage (DEV_VOLTAGE_INVALID when it has
-// none) and its temperature in degrees Celsius (DEV_NO_TEMPERATURE when it has none).
-// False, with the outputs untouched, for a value that names no timing model.
-bool dstr_get_timing_model_operating_point(int model, DEV_VOLTAGE_ENUM* voltage, int* temperature);
-// The first timing model of that operating point; DEV_TIMING_MODEL_INVALID when none.
-DEV_TIMING_MODEL_ENUM dstr_get_timing_model_by_operating_point(DEV_VOLTAGE_ENUM voltage,
-                                                               int temperature);
+#include "host/tables/dev_family_enum.h"
+#include "host/tables/dev_device_enum.h"
+#include "host/tables/dev_part_enum.h"
+#include "host/tables/dev_pkg_enum.h"
+#include "host/tables/dev_speed_enum.h"
+#include "host/tables/dev_family_trait_enum.h"
+#include "host/tables/dev_device_trait_enum.h"
+#include "host/tables/dev_part_trait_enum.h"
+#include "host/tables/dev_family_variant_enum.h"
+#include "host/tables/dev_grade_revision_enum.h"
+#include "host/tables/dev_power_model_status_enum.h"
+#include "host/tables/dev_temperature_enum.h"
+#include "host/tables/dev_voltage_enum.h"
+#include "host/tables/dev_timing_model_enum.h"
+#include "host/tables/dev_resource_enum.h"
+#include "host/tables/dev_location_enum.h"
+#include "host/tables/dev_element_enum.h"
+#include "host/tables/cdb_re_type.h"
+#include "host/tables/db_input_port_type.h"
+#include "host/tables/db_output_port_type.h"
+#include "host/tables/dev_io_standard_enum.h"
+#include "host/tables/dev_io_rule_enum.h"
+#include "host/tables/dev_current_strength_enum.h"
+#include "host/tables/dev_power_supply_enum.h"
+#include "host/tables/dev_routing_switch_enum.h"
+#include "host/tables/dev_pass_tree_enum.h"
 
 #endif

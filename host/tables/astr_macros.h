@@ -7,7 +7,9 @@
 // its values: ASTR_NUMBERS (none), ASTR_ENUM(stem) (the enumeration dstr_table_<stem>()
 // for the whole key, and for every element of a 2D or vector key), ASTR_COLUMN(c, stem)
 // (only column c of a 2D key, or position c of a vector key), ASTR_ROW(r, stem) (only
-// row r of a 2D key).
+// row r of a 2D key). Each definition ends with ASTR_KEY_COUNT(n), its key count, and an
+// ASTR_KEY_AT(NAME, position) row for each key whose position the code relies on; both are
+// checked at compile time.
 #ifndef VELCORA_HOST_TABLES_ASTR_MACROS_H
 #define VELCORA_HOST_TABLES_ASTR_MACROS_H
 

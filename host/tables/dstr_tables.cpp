@@ -5,7 +5,7 @@
 // terminating entry so that an enumeration with no named member still has an array.
 #define DSTR_ENUM_BEGIN(TYPE, name) \
     namespace {                     \
-    const DSTR_ENTRY k_##name##_entries[] = {
+    constexpr DSTR_ENTRY k_##name##_entries[] = {
 #define DSTR_INVALID(ID, value)
 #define DSTR_MEMBER(ID, value, debug, user, ...) {ID, #ID, debug, user},
 #define DSTR_GENERIC(ID, value, debug, user) {ID, #ID, debug, user},
@@ -37,3 +37,39 @@
 
 #include "host/tables/dstr_enums.inc"
 #include "host/dstr_undef.h"
+
+// Enumerations whose every value strictly between the invalid member and the bound is named,
+// once and in order: readers and loops over them take any such value as a member.
+namespace {
+
+template <size_t N>
+constexpr bool dense(const DSTR_ENTRY (&entries)[N], int invalid, int bound) {
+    int next = invalid + 1;
+    for (size_t i = 0; i + 1 < N; ++i) {  // the last entry ends the array
+        if (entries[i].value >= bound) continue;  // the generic member
+        if (entries[i].value != next) return false;
+        ++next;
+    }
+    return next == bound;
+}
+
+#define DSTR_DENSE(name, INVALID, BOUND) \
+    static_assert(dense(k_##name##_entries, INVALID, BOUND), #name " names every value of its range");
+DSTR_DENSE(dev_device_trait_enum, DEV_DEVICE_TRAIT_INVALID, DEV_DEVICE_TRAIT_GENERIC)
+DSTR_DENSE(dev_part_trait_enum, DEV_PART_TRAIT_INVALID, DEV_PART_TRAIT_GENERIC)
+DSTR_DENSE(dev_voltage_enum, DEV_VOLTAGE_INVALID, DEV_VOLTAGE_GENERIC)
+DSTR_DENSE(dev_timing_model_enum, DEV_TIMING_MODEL_INVALID, DEV_TIMING_MODEL_GENERIC)
+DSTR_DENSE(dev_temperature_enum, DEV_TEMPERATURE_INVALID, DEV_TEMPERATURE_GENERIC)
+DSTR_DENSE(dev_resource_enum, DEV_RESOURCE_INVALID, DEV_RESOURCE_END)
+DSTR_DENSE(dev_location_enum, DEV_LOCATION_INVALID, DEV_LOCATION_GENERIC)
+DSTR_DENSE(dev_element_enum, DEV_ELEMENT_INVALID, DEV_ELEMENT_GENERIC)
+DSTR_DENSE(cdb_re_type, CDB_RE_INVALID, CDB_RE_ILLEGAL_TYPE)
+DSTR_DENSE(dev_io_standard_enum, DEV_IO_STANDARD_INVALID, DEV_IO_STANDARD_MAX)
+DSTR_DENSE(dev_io_rule_enum, DEV_IO_RULE_INVALID, DEV_IO_RULE_MAX)
+DSTR_DENSE(dev_current_strength_enum, DEV_CURRENT_STRENGTH_INVALID, DEV_CURRENT_STRENGTH_MAX)
+DSTR_DENSE(dev_power_supply_enum, DEV_POWER_SUPPLY_INVALID, DEV_POWER_SUPPLY_MAX)
+DSTR_DENSE(dev_routing_switch_enum, DEV_ROUTING_SWITCH_INVALID, DEV_ROUTING_SWITCH_MAX)
+DSTR_DENSE(dev_pass_tree_enum, DEV_PASS_TREE_INVALID, DEV_PASS_TREE_MAX)
+#undef DSTR_DENSE
+
+}  // namespace

@@ -1,0 +1,15 @@
+// DB_INPUT_PORT_TYPE: the input port types. The members are defined in
+// host/tables/db_input_port_type.def; this header expands them into the enum and its string-table
+// functions (see host/dstr.h), and pins the numbers that data files and code rely on.
+#ifndef VELCORA_HOST_TABLES_DB_INPUT_PORT_TYPE_H
+#define VELCORA_HOST_TABLES_DB_INPUT_PORT_TYPE_H
+
+#include "host/dstr_declare.h"
+
+#include "host/dstr_expand_enum.inc"
+#include "host/tables/db_input_port_type.def"
+#include "host/dstr_undef.h"
+
+static_assert(DB_INPUT_PORT_INVALID == 0, "fixed by the data files and the code that reads them");
+
+#endif

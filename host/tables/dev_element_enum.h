@@ -1,0 +1,16 @@
+// DEV_ELEMENT_ENUM: the element kinds of a device's basic info. The members are defined in
+// host/tables/dev_element_enum.def; this header expands them into the enum and its string-table
+// functions (see host/dstr.h), and pins the numbers that data files and code rely on.
+#ifndef VELCORA_HOST_TABLES_DEV_ELEMENT_ENUM_H
+#define VELCORA_HOST_TABLES_DEV_ELEMENT_ENUM_H
+
+#include "host/dstr_declare.h"
+
+#include "host/dstr_expand_enum.inc"
+#include "host/tables/dev_element_enum.def"
+#include "host/dstr_undef.h"
+
+static_assert(DEV_ELEMENT_INVALID == 0, "fixed by the data files and the code that reads them");
+static_assert(DEV_ELEMENT_GENERIC == 795, "fixed by the data files and the code that reads them");
+
+#endif

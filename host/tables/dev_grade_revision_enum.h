@@ -1,0 +1,15 @@
+// DEV_GRADE_REVISION_ENUM: the revisions of a speed grade. The members are defined in
+// host/tables/dev_grade_revision_enum.def; this header expands them into the enum and its string-table
+// functions (see host/dstr.h), and pins the numbers that data files and code rely on.
+#ifndef VELCORA_HOST_TABLES_DEV_GRADE_REVISION_ENUM_H
+#define VELCORA_HOST_TABLES_DEV_GRADE_REVISION_ENUM_H
+
+#include "host/dstr_declare.h"
+
+#include "host/dstr_expand_enum.inc"
+#include "host/tables/dev_grade_revision_enum.def"
+#include "host/dstr_undef.h"
+
+static_assert(DEV_GRADE_REVISION_INVALID == 0, "fixed by the data files and the code that reads them");
+
+#endif

@@ -1,0 +1,16 @@
+// DEV_IO_RULE_ENUM: the I/O rules. The members are defined in
+// host/tables/dev_io_rule_enum.def; this header expands them into the enum and its string-table
+// functions (see host/dstr.h), and pins the numbers that data files and code rely on.
+#ifndef VELCORA_HOST_TABLES_DEV_IO_RULE_ENUM_H
+#define VELCORA_HOST_TABLES_DEV_IO_RULE_ENUM_H
+
+#include "host/dstr_declare.h"
+
+#include "host/dstr_expand_enum.inc"
+#include "host/tables/dev_io_rule_enum.def"
+#include "host/dstr_undef.h"
+
+static_assert(DEV_IO_RULE_INVALID == -1, "fixed by the data files and the code that reads them");
+static_assert(DEV_IO_RULE_MAX == 50, "fixed by the data files and the code that reads them");
+
+#endif
