@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "host/tables/dev_temperature_enum.h"
+#include "host/tables/dev_voltage_enum.h"
 #include "ddb/dev/dev_attribute_io.h"
 
 namespace {

@@ -20,7 +20,7 @@
 #include <type_traits>
 
 #include "host/astr_key_table.h"
-#include "host/dstr.h"
+#include "host/tables/dev_power_supply_enum.h"
 #include "host/tables/astr_macros.h"
 
 #define ASTR_EXPAND "host/tables/astr_expand_declare.inc"

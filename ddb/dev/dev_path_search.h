@@ -3,7 +3,7 @@
 #ifndef VELCORA_DEV_PATH_SEARCH_H
 #define VELCORA_DEV_PATH_SEARCH_H
 
-#include "host/dstr.h"
+#include "host/dstr_fwd.h"
 #include "host/fio.h"
 
 class DEV_BASIC_INFO;

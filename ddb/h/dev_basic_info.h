@@ -13,19 +13,11 @@ public:
     // Takes ownership of `body`; a null body is reported ("body != 0") but the handle is built.
     explicit DEV_BASIC_INFO(DEV_BASIC_INFO_BODY* body) : DEV_HANDLE(body) {}
 
-    // ENUM keys 0, 1 and 2: the device, family and part the data belong to.
-    DEV_DEVICE_ENUM get_device_enum() const {
-        const DEV_BASIC_INFO_BODY* body = body_to_read();
-        return body ? body->get_device_enum() : DEV_DEVICE_INVALID;
-    }
-    DEV_FAMILY_ENUM get_family_enum() const {
-        const DEV_BASIC_INFO_BODY* body = body_to_read();
-        return body ? body->get_family_enum() : DEV_FAMILY_INVALID;
-    }
-    DEV_PART_ENUM get_part_enum() const {
-        const DEV_BASIC_INFO_BODY* body = body_to_read();
-        return body ? body->get_part_enum() : DEV_PART_INVALID;
-    }
+    // ENUM keys 0, 1 and 2: the device, family and part the data belong to (the invalid
+    // enumerator, after the missing-body report, without a body).
+    DEV_DEVICE_ENUM get_device_enum() const;
+    DEV_FAMILY_ENUM get_family_enum() const;
+    DEV_PART_ENUM get_part_enum() const;
 };
 
 #endif

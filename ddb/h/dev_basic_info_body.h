@@ -6,7 +6,7 @@
 
 #include "dev_attribute_table.h"
 #include "host/astr.h"
-#include "host/dstr.h"
+#include "host/dstr_fwd.h"
 
 class DEV_BASIC_INFO_BODY
     : public DEV_ATTRIBUTE_TABLE<DEV_BASIC_INFO_BOOL_DATA_ENUM, DEV_BASIC_INFO_INT_DATA_ENUM,
@@ -16,19 +16,11 @@ public:
     DEV_BASIC_INFO_BODY() = default;
 
     // ENUM key 0: reports "this->is_valid_enum_enum(key)" when unset, returns the slot.
-    DEV_DEVICE_ENUM get_device_enum() const {
-        return static_cast<DEV_DEVICE_ENUM>(get_enum_data(DEV_BASIC_INFO_ENUM_DEVICE));
-    }
+    DEV_DEVICE_ENUM get_device_enum() const;
     // ENUM key 1, alike.
-    DEV_FAMILY_ENUM get_family_enum() const {
-        return static_cast<DEV_FAMILY_ENUM>(get_enum_data(DEV_BASIC_INFO_ENUM_FAMILY));
-    }
+    DEV_FAMILY_ENUM get_family_enum() const;
     // ENUM key 2: DEV_PART_INVALID when unset, without a report.
-    DEV_PART_ENUM get_part_enum() const {
-        int part = DEV_PART_INVALID;
-        get_enum_data(DEV_BASIC_INFO_ENUM_PART, &part);
-        return static_cast<DEV_PART_ENUM>(part);
-    }
+    DEV_PART_ENUM get_part_enum() const;
 };
 
 #endif

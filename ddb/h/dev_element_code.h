@@ -3,7 +3,7 @@
 #ifndef VELCORA_DEV_ELEMENT_CODE_H
 #define VELCORA_DEV_ELEMENT_CODE_H
 
-#include "host/dstr.h"
+#include "host/tables/dev_element_enum.h"
 
 struct DDB_CODE {
     enum _COMPONENT : int {

@@ -9,7 +9,9 @@
 #include <cstdint>
 #include <iterator>
 
-#include "host/dstr.h"
+#include "host/tables/dev_device_trait_enum.h"
+#include "host/tables/dev_family_trait_enum.h"
+#include "host/tables/dev_part_trait_enum.h"
 #include "host/msg.h"
 
 template <typename ENUM, unsigned BITS>

@@ -8,7 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "host/dstr.h"
+#include "host/dstr_fwd.h"
+#include "host/tables/dev_family_trait_enum.h"
+#include "host/tables/dev_temperature_enum.h"
+#include "host/tables/dev_voltage_enum.h"
 
 class DEV_FAMILY_INFO_MGR_BODY;
 class DEV_FAMILY_DESC;

@@ -14,7 +14,16 @@
 #include <utility>
 #include <vector>
 
-#include "host/dstr.h"
+#include "host/dstr_fwd.h"
+#include "host/tables/dev_device_trait_enum.h"
+#include "host/tables/dev_family_variant_enum.h"
+#include "host/tables/dev_grade_revision_enum.h"
+#include "host/tables/dev_part_trait_enum.h"
+#include "host/tables/dev_power_model_status_enum.h"
+#include "host/tables/dev_resource_enum.h"
+#include "host/tables/dev_temperature_enum.h"
+#include "host/tables/dev_timing_model_enum.h"
+#include "host/tables/dev_voltage_enum.h"
 
 class DEV_FAMILY_INFO_MGR_BODY;
 class DEV_FAMILY_DESC;

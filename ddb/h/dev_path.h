@@ -13,7 +13,7 @@
 
 #include <string>
 
-#include "host/dstr.h"
+#include "host/dstr_fwd.h"
 #include "host/fio.h"
 
 class DEV_BASIC_INFO;

@@ -1,5 +1,28 @@
 // Expands every attribute-key definition into its ASTR_KEY_TABLE and its astr_* functions.
+// The value tables name the product-line enumerations only by their table functions.
 #include "host/astr.h"
+#include "host/dstr_fwd.h"
+#include "host/tables/cdb_re_type.h"
+#include "host/tables/db_input_port_type.h"
+#include "host/tables/db_output_port_type.h"
+#include "host/tables/dev_current_strength_enum.h"
+#include "host/tables/dev_device_trait_enum.h"
+#include "host/tables/dev_element_enum.h"
+#include "host/tables/dev_family_trait_enum.h"
+#include "host/tables/dev_family_variant_enum.h"
+#include "host/tables/dev_grade_revision_enum.h"
+#include "host/tables/dev_io_rule_enum.h"
+#include "host/tables/dev_io_standard_enum.h"
+#include "host/tables/dev_location_enum.h"
+#include "host/tables/dev_part_trait_enum.h"
+#include "host/tables/dev_pass_tree_enum.h"
+#include "host/tables/dev_power_model_status_enum.h"
+#include "host/tables/dev_power_supply_enum.h"
+#include "host/tables/dev_resource_enum.h"
+#include "host/tables/dev_routing_switch_enum.h"
+#include "host/tables/dev_temperature_enum.h"
+#include "host/tables/dev_timing_model_enum.h"
+#include "host/tables/dev_voltage_enum.h"
 
 // Value-name rows of the definition files (see astr_macros.h).
 #define ASTR_NUMBERS nullptr

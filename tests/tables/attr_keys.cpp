@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/dstr.h"
 #include "host/astr.h"
 
 namespace {

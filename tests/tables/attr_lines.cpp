@@ -3,6 +3,9 @@
 #include <string>
 #include <vector>
 
+#include "host/tables/dev_io_standard_enum.h"
+#include "host/tables/dev_temperature_enum.h"
+#include "host/tables/dev_voltage_enum.h"
 #include "capture_fixture.h"
 #include "ddb/dev/dev_attribute_io.h"
 

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "host/tables/dev_voltage_enum.h"
 #include "capture_fixture.h"
 #include "dev_attribute_table.h"
 

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "host/dstr.h"
 #include "dev_family_manager.h"
 #include "dev_part_manager.h"
 
