@@ -20,7 +20,7 @@
 #include <memory>
 #include <string>
 
-#include "ddb/dev/dev_family_info_mgr_body.h"
+#include "dev_family_info_mgr_body.h"
 #include "dev_archive_export.h"
 #include "host/gen.h"
 

@@ -15,7 +15,7 @@
 #include <map>
 #include <string>
 
-#include "ddb/dev/dev_family_info_mgr_body.h"
+#include "dev_family_info_mgr_body.h"
 #include "dev_part_manager.h"
 #include "host/vtl_hash.h"
 

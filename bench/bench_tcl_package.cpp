@@ -18,9 +18,10 @@
 #include <map>
 #include <string>
 #include <vector>
+#include <tcl.h>
 
-#include "ddb/dev/dev_family_info_mgr_body.h"
-#include "ddb/dev/dev_tcl.h"
+#include "dev_family_info_mgr_body.h"
+#include "dev_tcl.h"
 #include "dev_part_manager.h"
 
 extern char** environ;

@@ -1,14 +1,16 @@
-# Tcl: the library is built against the Tcl stubs interface (USE_TCL_STUBS, static stub
-# library), so that `load libvelcora_ddb.so Ddb` works in any tclsh of version 8.5 or newer;
-# it never links the Tcl library itself. Test programs that create their own interpreters
+# Tcl: both libraries are built against the Tcl stubs interface (USE_TCL_STUBS, static stub
+# library, each with a stub table of its own), so that `load libvelcora_ddb.so Ddb` works in
+# any tclsh of version 8.5 or newer; they never link the Tcl library itself. Test programs that create their own interpreters
 # link the real Tcl library.
 pkg_check_modules(VELCORA_TCL REQUIRED tcl)
 find_library(VELCORA_TCL_STUB_LIBRARY NAMES tclstub8.6 tclstub HINTS ${VELCORA_TCL_LIBRARY_DIRS} REQUIRED)
 find_library(VELCORA_TCL_LIBRARY NAMES tcl8.6 tcl HINTS ${VELCORA_TCL_LIBRARY_DIRS} REQUIRED)
 
-target_compile_definitions(velcora_ddb PRIVATE USE_TCL_STUBS)
-target_include_directories(velcora_ddb SYSTEM PRIVATE ${VELCORA_TCL_INCLUDE_DIRS})
-target_link_libraries(velcora_ddb PRIVATE ${VELCORA_TCL_STUB_LIBRARY})
+foreach(library velcora_host velcora_ddb)
+  target_compile_definitions(${library} PRIVATE USE_TCL_STUBS)
+  target_include_directories(${library} SYSTEM PRIVATE ${VELCORA_TCL_INCLUDE_DIRS})
+  target_link_libraries(${library} PRIVATE ${VELCORA_TCL_STUB_LIBRARY})
+endforeach()
 
 foreach(test_target test_tcl_frame test_tcl_package)
   if(TARGET ${test_target})

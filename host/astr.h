@@ -16,6 +16,8 @@
 #ifndef VELCORA_HOST_ASTR_H
 #define VELCORA_HOST_ASTR_H
 
+#include "host/host_export.h"
+
 #include <string>
 #include <type_traits>
 
@@ -76,9 +78,9 @@ std::string astr_get_enum_data_debug_string(KEY key, int row, int column, int va
 
 // Power supplies are named through the attribute tables too (power_supply blocks of
 // PART_INFO files): look-up by name (DEV_POWER_SUPPLY_INVALID when unknown) and back.
-bool astr_exists_dev_power_supply_enum_by_string(const std::string& name);
-DEV_POWER_SUPPLY_ENUM astr_get_dev_power_supply_enum_by_string(const std::string& name);
-const char* astr_get_debug_string(DEV_POWER_SUPPLY_ENUM supply);
-const char* astr_get_user_string(DEV_POWER_SUPPLY_ENUM supply);
+HOST_EXPORT bool astr_exists_dev_power_supply_enum_by_string(const std::string& name);
+HOST_EXPORT DEV_POWER_SUPPLY_ENUM astr_get_dev_power_supply_enum_by_string(const std::string& name);
+HOST_EXPORT const char* astr_get_debug_string(DEV_POWER_SUPPLY_ENUM supply);
+HOST_EXPORT const char* astr_get_user_string(DEV_POWER_SUPPLY_ENUM supply);
 
 #endif

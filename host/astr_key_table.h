@@ -12,6 +12,8 @@
 #ifndef VELCORA_HOST_ASTR_KEY_TABLE_H
 #define VELCORA_HOST_ASTR_KEY_TABLE_H
 
+#include "host/host_export.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -34,21 +36,21 @@ enum ASTR_KIND {
 };
 
 // The key prefix of a kind in data files ("BOOL_", "2D_INT_", ...).
-const char* astr_kind_prefix(ASTR_KIND kind);
+HOST_EXPORT const char* astr_kind_prefix(ASTR_KIND kind);
 
 // The enumeration that names the values of a key. Whole-key values (INT, ENUM) ask with
 // row and column -1; elements of 2D keys with their row and column; elements of vector
 // keys with row 0 and their position. Null: plain numbers.
 typedef const DSTR_TABLE* (*ASTR_VALUE_TABLE_FN)(int row, int column);
 
-struct ASTR_KEY_ENTRY {
+struct HOST_EXPORT ASTR_KEY_ENTRY {
     const char* enumerator;  // "DEV_PORT_DESC_INT_INPUT_PORT_TYPE"
     const char* debug;       // "INT_INPUT_PORT_TYPE"
     const char* user;        // "input port type"
     ASTR_VALUE_TABLE_FN values;
 };
 
-class ASTR_KEY_TABLE : public ASTR_VALUE_NAMES {
+class HOST_EXPORT ASTR_KEY_TABLE : public ASTR_VALUE_NAMES {
 public:
     ASTR_KEY_TABLE(const char* enum_name, const char* bound_name, ASTR_KIND kind,
                    const ASTR_KEY_ENTRY* entries, int count);

@@ -5,9 +5,11 @@
 #ifndef VELCORA_HOST_ASTR_VALUE_NAMES_H
 #define VELCORA_HOST_ASTR_VALUE_NAMES_H
 
+#include "host/host_export.h"
+
 #include <string>
 
-class ASTR_VALUE_NAMES {
+class HOST_EXPORT ASTR_VALUE_NAMES {
 public:
     virtual ~ASTR_VALUE_NAMES() = default;
 
@@ -26,7 +28,7 @@ public:
 };
 
 // An instance that knows no names at all (plain numbers only).
-class ASTR_NO_VALUE_NAMES : public ASTR_VALUE_NAMES {
+class HOST_EXPORT ASTR_NO_VALUE_NAMES : public ASTR_VALUE_NAMES {
 public:
     bool exists_enum_data_by_string(int, const std::string&) const override { return false; }
     int get_enum_data_by_string(int, const std::string&) const override { return 0; }

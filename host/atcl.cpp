@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <exception>
 #include <memory>
+#include <tcl.h>
 
 #include "host/msg.h"
 

@@ -30,11 +30,17 @@
 #ifndef VELCORA_HOST_ATCL_H
 #define VELCORA_HOST_ATCL_H
 
-#include <tcl.h>
+#include "host/host_export.h"
+
 
 #include <cstdint>
 #include <string>
 #include <vector>
+
+// Tcl's types by name only: this header does not need tcl.h (code that calls Tcl includes it).
+typedef struct Tcl_Interp Tcl_Interp;
+typedef struct Tcl_Obj Tcl_Obj;
+typedef void* ClientData;
 
 // Option values every command accepts; each package numbers its own options from 4 on.
 enum { ATCL_OPTION_NONE = 0, ATCL_OPTION_H = 1, ATCL_OPTION_HELP = 2, ATCL_OPTION_LONG_HELP = 3 };
@@ -44,7 +50,7 @@ enum { ATCL_OPTION_NONE = 0, ATCL_OPTION_H = 1, ATCL_OPTION_HELP = 2, ATCL_OPTIO
 enum { ATCL_HELP_GIVEN = 5 };
 
 // One row of a command's option specification; a list ends with a row whose option is 0.
-struct ATCL_OPTION_SPEC {
+struct HOST_EXPORT ATCL_OPTION_SPEC {
     int32_t option;       // the package's option value
     int32_t takes_value;  // 1: followed by one value; 0: a flag
     bool positional;      // the value may be given as a bare word, without the option's name
@@ -58,7 +64,7 @@ enum ATCL_GROUP_KIND {
     ATCL_GROUP_EXCLUSIVE = 1,   // at most one of the options is meant to be given
     ATCL_GROUP_PRECEDENCE = 2   // the first option wins over the others when several are given
 };
-struct ATCL_OPTION_GROUP {
+struct HOST_EXPORT ATCL_OPTION_GROUP {
     int32_t kind;              // ATCL_GROUP_KIND; a list ends with ATCL_GROUP_END
     const int32_t* options;    // the options of the group, ending with 0
 };
@@ -67,7 +73,7 @@ typedef const char* (*ATCL_OPTION_TO_NAME)(int32_t option);
 typedef int32_t (*ATCL_NAME_TO_OPTION)(const char* word);
 
 // Describes one command to the argument layer.
-struct ATCL_COMMAND_RECORD {
+struct HOST_EXPORT ATCL_COMMAND_RECORD {
     const char* package_word;            // the package's word, e.g. "device"
     const char* command_name;            // the command's Tcl name (without namespace)
     ATCL_OPTION_TO_NAME option_to_name;  // option value -> option name
@@ -82,7 +88,7 @@ struct ATCL_COMMAND_RECORD {
 
 // A command description built from its record (the record's strings and tables must live
 // as long as the ATCL_CMD).
-class ATCL_CMD {
+class HOST_EXPORT ATCL_CMD {
 public:
     explicit ATCL_CMD(const ATCL_COMMAND_RECORD& record);
 
@@ -111,7 +117,7 @@ private:
 };
 
 // The options given in one call of a command.
-class ATCL_ARGS {
+class HOST_EXPORT ATCL_ARGS {
 public:
     // Parses objv[1..objc-1] (objv[0] is the command word) for `cmd`; see the return codes
     // above. `args` is cleared first and filled only when the call is right.
@@ -141,44 +147,44 @@ private:
 // A command of a package: `callback` receives `word` as its client data.
 typedef int (*ATCL_CALLBACK)(ClientData client_data, Tcl_Interp* interp, int objc,
                              Tcl_Obj* const objv[]);
-struct ATCL_CALLBACK_ROW {
+struct HOST_EXPORT ATCL_CALLBACK_ROW {
     ATCL_CALLBACK callback;  // null in the row that ends the table
     const char* name;        // the command's name inside the package namespace
     const char* word;        // client data handed to the callback (may be null)
 };
 
 // Option names for messages: "-a", "-a or -b", "-a, -b or -c" (`last_word` "or" or "and").
-std::string atcl_join_options(const std::vector<std::string>& names, const char* last_word);
+HOST_EXPORT std::string atcl_join_options(const std::vector<std::string>& names, const char* last_word);
 
 // Records `interp` as the process's interpreter; the first call initialises the Tcl stubs
 // (Tcl 8.5 or newer). Returns false, with the reason in the interpreter's result, when
 // the stubs cannot be initialised. A null interpreter forgets the recorded one.
-bool atcl_set_interpreter(Tcl_Interp* interp);
+HOST_EXPORT bool atcl_set_interpreter(Tcl_Interp* interp);
 // The recorded interpreter, or null.
-Tcl_Interp* atcl_get_interpreter();
+HOST_EXPORT Tcl_Interp* atcl_get_interpreter();
 
 // Opens the setup scope of the package `name_space` (fully qualified) at `version`.
 // `module` and `owner` name the library module and the prefix of its entry functions
 // (for the debug note only, may be null); `withdraw` 1 opens a withdrawal scope.
-void atcl_begin_package_setup(const char* name_space, const char* version, const char* module,
+HOST_EXPORT void atcl_begin_package_setup(const char* name_space, const char* version, const char* module,
                               const char* owner, int withdraw);
 // Creates one Tcl command per row of the null-terminated `table` inside the open
 // scope's namespace of the recorded interpreter (nothing is created without one).
-void atcl_register_callbacks(const ATCL_CALLBACK_ROW* table);
-void atcl_end_package_setup();
+HOST_EXPORT void atcl_register_callbacks(const ATCL_CALLBACK_ROW* table);
+HOST_EXPORT void atcl_end_package_setup();
 // Withdraws the open scope's package from `interp`: deletes its commands and namespace and
 // forgets that the package was provided.
-void atcl_unregister_package(Tcl_Interp* interp);
+HOST_EXPORT void atcl_unregister_package(Tcl_Interp* interp);
 
 // Sets the formatted message as the result of `interp` (the recorded interpreter when
 // null; stderr when there is none). Returns TCL_ERROR.
-int atcl_error_msg(Tcl_Interp* interp, const char* format, ...)
+HOST_EXPORT int atcl_error_msg(Tcl_Interp* interp, const char* format, ...)
     __attribute__((format(printf, 2, 3)));
 // Writes the formatted text and a newline to the recorded interpreter's stdout channel
 // (the process's stdout when there is no interpreter; nothing when the interpreter's
 // stdout is closed). The interpreter's result is left as it was.
-void atcl_print_msg(const char* format, ...) __attribute__((format(printf, 1, 2)));
+HOST_EXPORT void atcl_print_msg(const char* format, ...) __attribute__((format(printf, 1, 2)));
 // Writes `line` and a newline to the stdout channel of `interp` (as atcl_print_msg).
-void atcl_print_line(Tcl_Interp* interp, const std::string& line);
+HOST_EXPORT void atcl_print_line(Tcl_Interp* interp, const std::string& line);
 
 #endif

@@ -1,4 +1,6 @@
 // ATCL_ARGS: parses the words of one command call against the command's options.
+#include <tcl.h>
+
 #include "host/atcl.h"
 #include "host/msg.h"
 

@@ -1,5 +1,6 @@
 // ATCL_CMD: a command's description for the argument layer, and its help text.
 #include <cstdio>
+#include <tcl.h>
 
 #include "host/atcl.h"
 #include "host/msg.h"

@@ -6,15 +6,16 @@
 #include <string>
 
 #include "host/dstr_table.h"
+#include "host/host_export.h"
 
-#define DSTR_DECLARE_FUNCTIONS(TYPE, name)                           \
-    const DSTR_TABLE& dstr_table_##name();                           \
-    bool dstr_exists_##name##_by_string(const char* text);           \
-    bool dstr_exists_##name##_by_string(const std::string& text);    \
-    TYPE dstr_get_##name##_by_string(const char* text);              \
-    TYPE dstr_get_##name##_by_string(const std::string& text);       \
-    bool dstr_is_valid_##name(int value);                            \
-    const char* dstr_get_debug_string(TYPE value);                   \
-    const char* dstr_get_user_string(TYPE value);
+#define DSTR_DECLARE_FUNCTIONS(TYPE, name)                                     \
+    HOST_EXPORT const DSTR_TABLE& dstr_table_##name();                         \
+    HOST_EXPORT bool dstr_exists_##name##_by_string(const char* text);         \
+    HOST_EXPORT bool dstr_exists_##name##_by_string(const std::string& text);  \
+    HOST_EXPORT TYPE dstr_get_##name##_by_string(const char* text);            \
+    HOST_EXPORT TYPE dstr_get_##name##_by_string(const std::string& text);     \
+    HOST_EXPORT bool dstr_is_valid_##name(int value);                          \
+    HOST_EXPORT const char* dstr_get_debug_string(TYPE value);                 \
+    HOST_EXPORT const char* dstr_get_user_string(TYPE value);
 
 #endif

@@ -5,6 +5,8 @@
 #ifndef VELCORA_HOST_DSTR_FWD_H
 #define VELCORA_HOST_DSTR_FWD_H
 
+#include "host/host_export.h"
+
 enum DEV_FAMILY_ENUM : int;
 enum DEV_DEVICE_ENUM : int;
 enum DEV_PART_ENUM : int;
@@ -13,10 +15,10 @@ enum DEV_SPEED_ENUM : int;
 
 // Their string tables (host/tables/dstr_tables.cpp).
 class DSTR_TABLE;
-const DSTR_TABLE& dstr_table_dev_family_enum();
-const DSTR_TABLE& dstr_table_dev_device_enum();
-const DSTR_TABLE& dstr_table_dev_part_enum();
-const DSTR_TABLE& dstr_table_dev_pkg_enum();
-const DSTR_TABLE& dstr_table_dev_speed_enum();
+HOST_EXPORT const DSTR_TABLE& dstr_table_dev_family_enum();
+HOST_EXPORT const DSTR_TABLE& dstr_table_dev_device_enum();
+HOST_EXPORT const DSTR_TABLE& dstr_table_dev_part_enum();
+HOST_EXPORT const DSTR_TABLE& dstr_table_dev_pkg_enum();
+HOST_EXPORT const DSTR_TABLE& dstr_table_dev_speed_enum();
 
 #endif

@@ -6,18 +6,20 @@
 #ifndef VELCORA_HOST_DSTR_TABLE_H
 #define VELCORA_HOST_DSTR_TABLE_H
 
+#include "host/host_export.h"
+
 #include <cstddef>
 #include <memory>
 #include <string>
 
-struct DSTR_ENTRY {
+struct HOST_EXPORT DSTR_ENTRY {
     int value;
     const char* enumerator;  // the C++ member name, e.g. "DEV_LOCATION_LAB"
     const char* debug;       // the data-file name
     const char* user;        // the readable name
 };
 
-class DSTR_TABLE {
+class HOST_EXPORT DSTR_TABLE {
 public:
     // `entries` lists the named members (any order, gaps allowed). `invalid` is the value
     // meaning "not set" and `bound` the exclusive upper bound (the _GENERIC or _MAX member).

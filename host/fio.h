@@ -2,12 +2,14 @@
 #ifndef VELCORA_HOST_FIO_H
 #define VELCORA_HOST_FIO_H
 
+#include "host/host_export.h"
+
 #include <string>
 
 // A path split into directory, base name and extension. The extension is the text after
 // the last "." of the file name (without the dot); the directory has no trailing "/"
 // unless it is the root itself.
-class FIO_PATH {
+class HOST_EXPORT FIO_PATH {
 public:
     FIO_PATH() = default;
     FIO_PATH(const std::string& full_path) { set_full_path(full_path); }  // NOLINT: implicit by design
@@ -46,7 +48,7 @@ private:
     std::string m_extension;
 };
 
-class FIO_FILE_SYSTEM {
+class HOST_EXPORT FIO_FILE_SYSTEM {
 public:
     static bool exists(const FIO_PATH& path);
     static bool exists(const std::string& path);

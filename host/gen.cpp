@@ -8,10 +8,6 @@
 
 #include "host/fio.h"
 
-#ifndef VELCORA_BUNDLED_ROOT
-#define VELCORA_BUNDLED_ROOT ""
-#endif
-
 namespace {
 
 std::string g_override;
@@ -21,13 +17,12 @@ std::string with_slash(std::string p) {
     return p;
 }
 
-// <libdir>/../share/velcora beside the loaded library, when it exists.
+// <libdir>/../share/velcora beside the loaded library.
 std::string installed_root() {
     Dl_info info{};
     if (!dladdr(reinterpret_cast<void*>(&gen_get_velcora_path), &info) || !info.dli_fname) return "";
     FIO_PATH lib(info.dli_fname);
-    std::string root = FIO_PATH::simplify(lib.directory() + "/../share/velcora");
-    return FIO_FILE_SYSTEM::is_directory(root + "/ddb") ? root : "";
+    return FIO_PATH::simplify(lib.directory() + "/../share/velcora");
 }
 
 }  // namespace
@@ -37,8 +32,7 @@ std::string gen_get_velcora_path() {
     const char* env = std::getenv("VELCORA_ROOTDIR");
     if (env && *env) return with_slash(env);
     static const std::string installed = installed_root();
-    if (!installed.empty()) return with_slash(installed);
-    return with_slash(VELCORA_BUNDLED_ROOT);
+    return with_slash(installed);
 }
 
 std::string gen_get_ddb_root() { return gen_get_velcora_path() + "ddb"; }

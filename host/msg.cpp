@@ -30,29 +30,9 @@ bool msg_is_debug_on() {
 unsigned long msg_internal_error_count() { return g_internal_errors; }
 
 std::string msg_source_name(const char* file) {
-    std::string path = file ? file : "";
-    size_t start = std::string::npos;
-#ifdef VELCORA_SOURCE_DIR
-    // Files of this source tree: the path below its root.
-    const std::string root = std::string(VELCORA_SOURCE_DIR) + "/";
-    if (path.compare(0, root.size(), root) == 0) start = root.size();
-#endif
-    if (start == std::string::npos) {
-        // Elsewhere: from the last source-root folder on.
-        for (const char* dir : {"/ddb/", "/host/", "/tools/", "/tests/", "/bench/"}) {
-            size_t p = path.rfind(dir);
-            if (p != std::string::npos && (start == std::string::npos || p > start)) start = p + 1;
-        }
-    }
-    if (start == std::string::npos) {
-        size_t slash = path.rfind('/');
-        start = slash == std::string::npos ? 0 : slash + 1;
-        for (const char* dir : {"ddb/", "host/", "tools/", "tests/", "bench/"})
-            if (path.compare(0, std::strlen(dir), dir) == 0) start = 0;
-    }
-    std::string name = path.substr(start);
-    size_t dot = name.rfind('.');
-    size_t slash = name.rfind('/');
+    std::string name = file ? file : "";
+    const size_t dot = name.rfind('.');
+    const size_t slash = name.rfind('/');
     if (dot != std::string::npos && (slash == std::string::npos || dot > slash)) name.resize(dot);
     return name;
 }

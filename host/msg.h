@@ -7,13 +7,15 @@
 #ifndef VELCORA_HOST_MSG_H
 #define VELCORA_HOST_MSG_H
 
+#include "host/host_export.h"
+
 #include <cstdarg>
 #include <string>
 #include <vector>
 
 enum MSG_KIND { MSG_KIND_INTERNAL_ERROR = 1, MSG_KIND_DEBUG = 2 };
 
-struct MSG_RECORD {
+struct HOST_EXPORT MSG_RECORD {
     MSG_KIND kind;
     std::string module;
     std::string text;      // exactly as reported (debug notes: formatted)
@@ -22,7 +24,7 @@ struct MSG_RECORD {
 };
 
 // Reports a broken precondition. `text` is the failed condition as written or a sentence.
-void MSG_INTERNAL_ERROR_report(const char* text, const char* module, const char* source_file,
+HOST_EXPORT void MSG_INTERNAL_ERROR_report(const char* text, const char* module, const char* source_file,
                                int line);
 inline void MSG_INTERNAL_ERROR_report(const std::string& text, const char* module,
                                       const char* source_file, int line) {
@@ -30,24 +32,25 @@ inline void MSG_INTERNAL_ERROR_report(const std::string& text, const char* modul
 }
 
 // Writes a printf-style note on the debug channel of `module`.
-void msg_local_vdebug(const char* module, const char* format, ...)
+HOST_EXPORT void msg_local_vdebug(const char* module, const char* format, ...)
     __attribute__((format(printf, 2, 3)));
-void msg_local_vdebug_va(const char* module, const char* format, va_list args);
+HOST_EXPORT void msg_local_vdebug_va(const char* module, const char* format, va_list args);
 
 // True when debug notes are printed: VELCORA_DEBUG=1 in the environment or the
 // configuration switch "dev_debug" on. Captures see debug notes regardless.
-bool msg_is_debug_on();
+HOST_EXPORT bool msg_is_debug_on();
 
 // Number of internal errors reported since the process started.
-unsigned long msg_internal_error_count();
+HOST_EXPORT unsigned long msg_internal_error_count();
 
-// Turns a compiler source path into the report form: the path from "ddb/" (or "host/",
-// "tools/") on, without extension. Other paths keep their file name without extension.
-std::string msg_source_name(const char* file);
+// The report form of a source file: the path as the compiler gives it, without extension.
+// The build maps the source tree's root away (-ffile-prefix-map), so __FILE__ of the
+// library's sources reads "ddb/dev/dev_path.cpp" and reports name "ddb/dev/dev_path".
+HOST_EXPORT std::string msg_source_name(const char* file);
 
 // Records every report while alive. Captures nest; the innermost one receives reports.
 // With `echo` false (the default) captured reports are not printed.
-class MSG_CAPTURE {
+class HOST_EXPORT MSG_CAPTURE {
 public:
     explicit MSG_CAPTURE(bool echo = false);
     ~MSG_CAPTURE();

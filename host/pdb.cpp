@@ -44,6 +44,8 @@ uint32_t name_tag(const char* name) {
 
 }  // namespace
 
+PDB_STREAM::~PDB_STREAM() = default;
+
 PDB_CLASS_INFO::PDB_CLASS_INFO(const char* class_name) : m_name(class_name), m_tag(name_tag(class_name)) {}
 
 void pdb_internal_error(const char* message) {

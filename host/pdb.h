@@ -13,6 +13,8 @@
 #ifndef VELCORA_HOST_PDB_H
 #define VELCORA_HOST_PDB_H
 
+#include "host/host_export.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -24,16 +26,16 @@
 constexpr uint32_t PDB_MAX_COLLECTION_SIZE = 0x3FFFFFFF;
 
 // The byte stream under a segment (the library's archive stream supplies one).
-class PDB_STREAM {
+class HOST_EXPORT PDB_STREAM {
 public:
-    virtual ~PDB_STREAM() = default;
+    virtual ~PDB_STREAM();
     virtual bool write(const void* data, size_t size) = 0;
     // Bytes delivered; fewer than asked only at the end of the stream.
     virtual size_t read(void* data, size_t size) = 0;
 };
 
 // Identity of a stored class: its name and a stable 32-bit tag derived from it.
-class PDB_CLASS_INFO {
+class HOST_EXPORT PDB_CLASS_INFO {
 public:
     explicit PDB_CLASS_INFO(const char* class_name);
     const char* name() const { return m_name; }
@@ -45,12 +47,12 @@ private:
 };
 
 // Data handed to auto-match hooks; unused by the classes of this library.
-struct PDB_MATCH_DATA {
+struct HOST_EXPORT PDB_MATCH_DATA {
     const void* other = nullptr;
 };
 
 // The field being transferred, for error messages.
-struct PDB_FIELD_CONTEXT {
+struct HOST_EXPORT PDB_FIELD_CONTEXT {
     const char* field = nullptr;
     const char* module = nullptr;
     const char* source = nullptr;
@@ -58,7 +60,7 @@ struct PDB_FIELD_CONTEXT {
     const char* type = nullptr;
 };
 
-class PDB_SEGMENT {
+class HOST_EXPORT PDB_SEGMENT {
 public:
     static constexpr uint16_t FORMAT_VERSION = 1;
 
@@ -166,7 +168,7 @@ public:
 };
 typedef PDB_SEGMENT_TEMPLATE<PDB_DDB_SEG_BASE> PDB_DDB_SEGMENT;
 
-class PDB_SEGMENT_BASE {
+class HOST_EXPORT PDB_SEGMENT_BASE {
 public:
     // Brackets one object: records (writing) or checks (reading) the class tag.
     static void serialize_begin(PDB_SEGMENT& seg, const PDB_CLASS_INFO& info, const void* object);
@@ -177,7 +179,7 @@ public:
 
 // Sets the field context for one field and restores the previous one afterwards. Every
 // field of every object opens one, so it only links its context in and out.
-class PDB_FIELD_SCOPE {
+class HOST_EXPORT PDB_FIELD_SCOPE {
 public:
     PDB_FIELD_SCOPE(PDB_SEGMENT& seg, const char* field, const char* type, const char* source, int line)
         : m_seg(seg), m_context{field, "DEV", source, line, type}, m_saved(seg.m_field_scope) {
@@ -194,6 +196,6 @@ private:
 };
 
 // Reports a broken invariant of the store.
-void pdb_internal_error(const char* message);
+HOST_EXPORT void pdb_internal_error(const char* message);
 
 #endif

@@ -2,11 +2,13 @@
 #ifndef VELCORA_HOST_VTL_BOOL_VECTOR_H
 #define VELCORA_HOST_VTL_BOOL_VECTOR_H
 
+#include "host/host_export.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
-class VTL_BOOL_VECTOR {
+class HOST_EXPORT VTL_BOOL_VECTOR {
 public:
     VTL_BOOL_VECTOR() = default;
     explicit VTL_BOOL_VECTOR(size_t size) { resize(size); }

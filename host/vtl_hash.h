@@ -8,6 +8,8 @@
 #ifndef VELCORA_HOST_VTL_HASH_H
 #define VELCORA_HOST_VTL_HASH_H
 
+#include "host/host_export.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -15,7 +17,7 @@
 #include <utility>
 #include <vector>
 
-struct VTL_HASH_DEFAULT {
+struct HOST_EXPORT VTL_HASH_DEFAULT {
     template <typename K, typename std::enable_if<std::is_integral<K>::value || std::is_enum<K>::value, int>::type = 0>
     size_t hash(K key) const { return static_cast<size_t>(static_cast<uint64_t>(key)); }
     size_t hash(const std::string& key) const {
@@ -27,7 +29,7 @@ struct VTL_HASH_DEFAULT {
     bool equal(const K& a, const K& b) const { return a == b; }
 };
 
-struct VTL_HASH_NOCASE {
+struct HOST_EXPORT VTL_HASH_NOCASE {
     static unsigned char fold(unsigned char c) { return (c >= 'a' && c <= 'z') ? c - 32 : c; }
     size_t hash(const std::string& key) const {
         uint64_t h = 1469598103934665603ULL;

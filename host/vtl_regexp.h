@@ -5,12 +5,14 @@
 #ifndef VELCORA_HOST_VTL_REGEXP_H
 #define VELCORA_HOST_VTL_REGEXP_H
 
+#include "host/host_export.h"
+
 #include <cstddef>
 #include <memory>
 #include <string>
 
 // A half-open range [begin, end) of a subject; both are npos when empty/unset.
-class VTL_RANGE {
+class HOST_EXPORT VTL_RANGE {
 public:
     static constexpr size_t npos = static_cast<size_t>(-1);
     VTL_RANGE() = default;
@@ -25,7 +27,7 @@ private:
     size_t m_end = npos;
 };
 
-class VTL_REGEXP {
+class HOST_EXPORT VTL_REGEXP {
 public:
     VTL_REGEXP();
     VTL_REGEXP(const std::string& pattern, bool extended = true);

@@ -4,10 +4,11 @@
 // Every command first runs its argument processor (dev_tcl_args_auto); a nonzero answer
 // (wrong call, or help given) is returned as it is. Then the command turns the names typed
 // by the user into enumeration values, asks the part or family manager and sets the result.
-#include "ddb/dev/dev_tcl.h"
+#include "dev_tcl.h"
 
 #include <string>
 #include <vector>
+#include <tcl.h>
 
 #include "dev_family_manager.h"
 #include "dev_part_manager.h"
@@ -73,13 +74,26 @@ bool find_trait(Tcl_Interp* interp, const DSTR_TABLE& table, const char* kind, c
 
 // ---- load entry points and registration ---------------------------------------------------
 
+namespace {
+
+// The library calls Tcl through a stub table of its own (the host library keeps another),
+// set up from the first interpreter it is given.
+void init_tcl_stubs(Tcl_Interp* interp) {
+    static bool ready = false;
+    if (!ready && interp) ready = Tcl_InitStubs(interp, "8.5", 0) != nullptr;
+}
+
+}  // namespace
+
 extern "C" int Ddb_Init(Tcl_Interp* interp) {
+    init_tcl_stubs(interp);
     atcl_set_interpreter(interp);
     dev_ddb_register_tcl();
     return 0;
 }
 
 extern "C" int Ddb_Unload(Tcl_Interp* interp, int flags) {
+    init_tcl_stubs(interp);
     if (interp && atcl_get_interpreter() != interp) atcl_set_interpreter(interp);
     dev_ddb_unregister_tcl();
     // The library may be unmapped after this call: no callback of it may stay with Tcl.
@@ -96,6 +110,7 @@ int dev_ddb_register_tcl() {
         DEV_INTERNAL_ERROR("A Tcl interpreter must exist before registering ::velcora::device!");
         return TCL_ERROR;  // without an interpreter Tcl cannot be called at all
     }
+    init_tcl_stubs(interp);
     return Tcl_PkgProvide(interp, PACKAGE_NAME, PACKAGE_VERSION);
 }
 

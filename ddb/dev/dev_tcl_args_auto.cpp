@@ -5,11 +5,12 @@
 // tables are generated on first use from the option specifications: every proper prefix of
 // a name that may be shortened (the non-positional options, "help" and "long_help") that
 // begins no other of these names (nor "h") stands for that name.
-#include "ddb/dev/dev_tcl_args_auto.h"
+#include "dev_tcl_args_auto.h"
 
 #include <memory>
 #include <string>
 #include <vector>
+#include <tcl.h>
 
 #include "host/msg.h"
 #include "host/vtl_hash.h"

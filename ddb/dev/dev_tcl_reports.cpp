@@ -3,8 +3,9 @@
 #include <set>
 #include <string>
 #include <vector>
+#include <tcl.h>
 
-#include "ddb/dev/dev_tcl.h"
+#include "dev_tcl.h"
 #include "dev_family_manager.h"
 #include "dev_part_manager.h"
 #include "host/msg.h"

@@ -7,6 +7,8 @@
 #ifndef VELCORA_DEV_ARCHIVE_EXPORT_H
 #define VELCORA_DEV_ARCHIVE_EXPORT_H
 
+#include "dev_export.h"
+
 #include <zlib.h>
 
 #include <cstddef>
@@ -20,7 +22,7 @@
 constexpr int ZLIB_NO_COMPRESSION = 0;
 constexpr int ZLIB_BEST_COMPRESSION = 9;
 
-class DEV_ARCHIVE {
+class DEV_EXPORT DEV_ARCHIVE {
 public:
     enum IO_TYPE : uint32_t { CLOSED = 0, READ = 1, WRITE = 2 };
     static constexpr unsigned COMPRESSED_BUFFER_SIZE = 1024;

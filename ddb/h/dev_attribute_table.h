@@ -12,6 +12,8 @@
 #ifndef VELCORA_DEV_ATTRIBUTE_TABLE_H
 #define VELCORA_DEV_ATTRIBUTE_TABLE_H
 
+#include "dev_export.h"
+
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,7 +24,7 @@
 
 // Reports a broken precondition of an attribute table (the reports name the table's source
 // unit, ddb/dev/dev_attribute_table, whichever record's table reported).
-void dev_attribute_report(const char* text);
+DEV_EXPORT void dev_attribute_report(const char* text);
 // Reports `text` unless `condition` holds; answers the condition.
 inline bool dev_attribute_check(bool condition, const char* text) {
     if (!condition) dev_attribute_report(text);
@@ -141,7 +143,7 @@ DEV_ATTRIBUTE_KIND(DEV_VEC_STRING_ATTRIBUTES, ASTR_KIND_VEC_STRING, vec_string, 
 #undef DEV_ATTRIBUTE_KIND
 
 // Reports a 2D text that does not parse ("Invalid string for DEV_2D_INT_ARRAY: %s").
-void dev_report_invalid_2d_int_string(const std::string& text);
+DEV_EXPORT void dev_report_invalid_2d_int_string(const std::string& text);
 
 // The 2D kind adds the setter from text.
 template <typename KEY, bool SET_ONCE = false>

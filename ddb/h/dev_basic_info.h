@@ -5,10 +5,12 @@
 #ifndef VELCORA_DEV_BASIC_INFO_H
 #define VELCORA_DEV_BASIC_INFO_H
 
+#include "dev_export.h"
+
 #include "dev_basic_info_body.h"
 #include "dev_handle.h"
 
-class DEV_BASIC_INFO : public DEV_HANDLE<DEV_BASIC_INFO_BODY> {
+class DEV_EXPORT DEV_BASIC_INFO : public DEV_HANDLE<DEV_BASIC_INFO_BODY> {
 public:
     // Takes ownership of `body`; a null body is reported ("body != 0") but the handle is built.
     explicit DEV_BASIC_INFO(DEV_BASIC_INFO_BODY* body) : DEV_HANDLE(body) {}

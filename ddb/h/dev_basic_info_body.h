@@ -4,11 +4,13 @@
 #ifndef VELCORA_DEV_BASIC_INFO_BODY_H
 #define VELCORA_DEV_BASIC_INFO_BODY_H
 
+#include "dev_export.h"
+
 #include "dev_attribute_table.h"
 #include "host/astr.h"
 #include "host/dstr_fwd.h"
 
-class DEV_BASIC_INFO_BODY
+class DEV_EXPORT DEV_BASIC_INFO_BODY
     : public DEV_ATTRIBUTE_TABLE<DEV_BASIC_INFO_BOOL_DATA_ENUM, DEV_BASIC_INFO_INT_DATA_ENUM,
                                  DEV_BASIC_INFO_ENUM_DATA_ENUM, DEV_BASIC_INFO_STRING_DATA_ENUM,
                                  DEV_BASIC_INFO_2D_INT_DATA_ENUM> {

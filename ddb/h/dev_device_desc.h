@@ -3,6 +3,8 @@
 #ifndef VELCORA_DEV_DEVICE_DESC_H
 #define VELCORA_DEV_DEVICE_DESC_H
 
+#include "dev_export.h"
+
 #include <cstdint>
 #include <string>
 
@@ -24,7 +26,7 @@ struct PDB_MATCH_DATA;
     F(std::string, migration_devices, {}, LIST, "MIGRATION_DEVICES", &dstr_table_dev_device_enum)            \
     F(std::string, migration_devices_exclude, {}, LIST, "MIGRATION_DEVICES_EXCLUDE", &dstr_table_dev_device_enum)
 
-class DEV_DEVICE_DESC {
+class DEV_EXPORT DEV_DEVICE_DESC {
 public:
     explicit DEV_DEVICE_DESC(DEV_DEVICE_ENUM device = DEV_DEVICE_INVALID) : m_device(device) {}
 

@@ -3,16 +3,18 @@
 #ifndef VELCORA_DEV_ELEMENT_CODE_H
 #define VELCORA_DEV_ELEMENT_CODE_H
 
+#include "dev_export.h"
+
 #include "host/tables/dev_element_enum.h"
 
-struct DDB_CODE {
+struct DEV_EXPORT DDB_CODE {
     enum _COMPONENT : int {
         COMPONENT_INVALID = DEV_ELEMENT_INVALID,
         COMPONENT_GENERIC = DEV_ELEMENT_GENERIC,
     };
 };
 
-DDB_CODE::_COMPONENT dev_get_ddb_code_by_element(DEV_ELEMENT_ENUM element);
-DEV_ELEMENT_ENUM dev_get_element_by_ddb_code(DDB_CODE::_COMPONENT code);
+DEV_EXPORT DDB_CODE::_COMPONENT dev_get_ddb_code_by_element(DEV_ELEMENT_ENUM element);
+DEV_EXPORT DEV_ELEMENT_ENUM dev_get_element_by_ddb_code(DDB_CODE::_COMPONENT code);
 
 #endif

@@ -3,6 +3,8 @@
 #ifndef VELCORA_DEV_FAMILY_DESC_H
 #define VELCORA_DEV_FAMILY_DESC_H
 
+#include "dev_export.h"
+
 #include <cstdint>
 #include <string>
 
@@ -39,7 +41,7 @@ struct PDB_MATCH_DATA;
     F(int32_t, min_industrial_temp, 0, INT, "MIN_INDUSTRIAL_TEMP", nullptr)                                      \
     F(int32_t, min_military_temp, 0, INT, "MIN_MILITARY_TEMP", nullptr)
 
-class DEV_FAMILY_DESC {
+class DEV_EXPORT DEV_FAMILY_DESC {
 public:
     explicit DEV_FAMILY_DESC(DEV_FAMILY_ENUM family = DEV_FAMILY_INVALID) : m_family(family) {}
 

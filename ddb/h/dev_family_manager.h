@@ -5,6 +5,8 @@
 #ifndef VELCORA_DEV_FAMILY_MANAGER_H
 #define VELCORA_DEV_FAMILY_MANAGER_H
 
+#include "dev_export.h"
+
 #include <string>
 #include <vector>
 
@@ -16,7 +18,7 @@
 class DEV_FAMILY_INFO_MGR_BODY;
 class DEV_FAMILY_DESC;
 
-class DEV_FAMILY_MANAGER {
+class DEV_EXPORT DEV_FAMILY_MANAGER {
 public:
     // A handle on the process-wide store (created, and the catalogue loaded, on first use).
     DEV_FAMILY_MANAGER();

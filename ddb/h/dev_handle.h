@@ -15,13 +15,15 @@
 #ifndef VELCORA_DEV_HANDLE_H
 #define VELCORA_DEV_HANDLE_H
 
+#include "dev_export.h"
+
 #include "dev_attribute_table.h"
 
 // Reports a handle's missing body (the reports name the source unit ddb/dev/dev_handle).
-void dev_handle_report(const char* text);
+DEV_EXPORT void dev_handle_report(const char* text);
 
 // The usual wording of the two reports.
-struct DEV_HANDLE_WORDING {
+struct DEV_EXPORT DEV_HANDLE_WORDING {
     static constexpr const char* constructed_without_body = "body != 0";
     static constexpr const char* read_without_body = "m_body != 0";
 };

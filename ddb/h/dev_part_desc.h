@@ -4,6 +4,8 @@
 #ifndef VELCORA_DEV_PART_DESC_H
 #define VELCORA_DEV_PART_DESC_H
 
+#include "dev_export.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -48,7 +50,7 @@ struct PDB_MATCH_DATA;
     F(int32_t, pin_count, 0, INT, "PIN_COUNT", nullptr)                                                       \
     F(std::vector<int32_t>, dev_resources, std::vector<int32_t>(DEV_RESOURCE_MAX, -1), NONE, "", nullptr)
 
-class DEV_PART_DESC {
+class DEV_EXPORT DEV_PART_DESC {
 public:
     explicit DEV_PART_DESC(DEV_PART_ENUM part = DEV_PART_INVALID) : m_part(part) {}
 

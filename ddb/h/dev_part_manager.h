@@ -9,6 +9,8 @@
 #ifndef VELCORA_DEV_PART_MANAGER_H
 #define VELCORA_DEV_PART_MANAGER_H
 
+#include "dev_export.h"
+
 #include <memory>
 #include <string>
 #include <utility>
@@ -39,7 +41,7 @@ constexpr int ROOM_TEMPERATURE = 25;
 // One operating point: a voltage and a temperature in degrees Celsius.
 typedef std::pair<DEV_VOLTAGE_ENUM, int> DEV_VOLTAGE_TEMPERATURE_PAIR;
 
-class DEV_PART_MANAGER {
+class DEV_EXPORT DEV_PART_MANAGER {
 public:
     // A handle on the process-wide store (created, and the catalogue loaded, on first use).
     DEV_PART_MANAGER();

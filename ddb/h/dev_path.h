@@ -11,6 +11,8 @@
 #ifndef VELCORA_DEV_PATH_H
 #define VELCORA_DEV_PATH_H
 
+#include "dev_export.h"
+
 #include <string>
 
 #include "host/dstr_fwd.h"
@@ -18,7 +20,7 @@
 
 class DEV_BASIC_INFO;
 
-class DEV_PATH {
+class DEV_EXPORT DEV_PATH {
 public:
     // The family's data directory.
     static void get_ddb_path_of(DEV_FAMILY_ENUM family, FIO_PATH* ret_path);

@@ -3,12 +3,14 @@
 #ifndef VELCORA_DEV_SMART_VALUE_H
 #define VELCORA_DEV_SMART_VALUE_H
 
+#include "dev_export.h"
+
 #include <cstdint>
 #include <string>
 
 struct PDB_MATCH_DATA;
 
-class DEV_SMART_VALUE {
+class DEV_EXPORT DEV_SMART_VALUE {
 public:
     virtual ~DEV_SMART_VALUE() = default;
 };
@@ -27,7 +29,7 @@ public:
 };
 
 #define DEV_SMART_VALUE_CLASS(CLASS, TYPE)                                    \
-    class CLASS : public DEV_TYPED_SMART_VALUE<TYPE> {                        \
+    class DEV_EXPORT CLASS : public DEV_TYPED_SMART_VALUE<TYPE> {                      \
     public:                                                                   \
         using DEV_TYPED_SMART_VALUE<TYPE>::DEV_TYPED_SMART_VALUE;             \
         static bool is_auto_match_pdb_xfr(CLASS* object, PDB_MATCH_DATA* data); \

@@ -4,6 +4,8 @@
 #ifndef VELCORA_DEV_UTILITY_H
 #define VELCORA_DEV_UTILITY_H
 
+#include "dev_export.h"
+
 #include <cstddef>
 #include <cstdio>
 #include <string>
@@ -16,7 +18,7 @@ class ASTR_VALUE_NAMES;
 // ---------------------------------------------------------------------------------------
 // Regular expressions. `match` is anchored at `begin`; `search` is not. With `translate`
 // the pattern's Perl escapes (\d, \w, \s, their negations, \( \)) are rewritten first.
-class DEV_REGEXP {
+class DEV_EXPORT DEV_REGEXP {
 public:
     DEV_REGEXP();
     DEV_REGEXP(const char* pattern, bool translate = true);
@@ -60,7 +62,7 @@ private:
 
 // ---------------------------------------------------------------------------------------
 // Splits a copy of a text at any of a set of delimiter characters.
-class DEV_TOKENIZER {
+class DEV_EXPORT DEV_TOKENIZER {
 public:
     DEV_TOKENIZER() = default;
     void init(const std::string& text, const std::string& delimiters, bool return_empty_tokens,
@@ -84,7 +86,7 @@ private:
 };
 
 // A re-entrant strtok over a caller-owned writable string (modified in place).
-class DEV_STRTOK {
+class DEV_EXPORT DEV_STRTOK {
 public:
     DEV_STRTOK(const char* delimiters, bool merge_delimiters);
     void set_string(char* s) { m_cursor = s; }
@@ -100,31 +102,31 @@ private:
 
 // ---------------------------------------------------------------------------------------
 // Free functions.
-const char* dev_number_to_letters(int number);
-int dev_letters_to_number(const char* letters);
-bool dev_string_is_integer(const std::string& s);
-bool dev_string_to_int(const std::string& s, int& out);
-bool dev_string_is_float(const std::string& s);
-bool dev_string_to_bool(const std::string& s, bool& out);
-void dev_string_chomp(std::string& s, int c);
-bool dev_getline(std::string& line, FILE* file, int delimiter);
-bool dev_string_to_vec_double(const std::string& text, std::vector<double>& out);
-bool dev_string_to_vec_string(const std::string& text, std::vector<std::string>& out);
+DEV_EXPORT const char* dev_number_to_letters(int number);
+DEV_EXPORT int dev_letters_to_number(const char* letters);
+DEV_EXPORT bool dev_string_is_integer(const std::string& s);
+DEV_EXPORT bool dev_string_to_int(const std::string& s, int& out);
+DEV_EXPORT bool dev_string_is_float(const std::string& s);
+DEV_EXPORT bool dev_string_to_bool(const std::string& s, bool& out);
+DEV_EXPORT void dev_string_chomp(std::string& s, int c);
+DEV_EXPORT bool dev_getline(std::string& line, FILE* file, int delimiter);
+DEV_EXPORT bool dev_string_to_vec_double(const std::string& text, std::vector<double>& out);
+DEV_EXPORT bool dev_string_to_vec_string(const std::string& text, std::vector<std::string>& out);
 // A braced, comma- or blank-separated list of integers; false at the first non-integer.
-bool dev_string_to_vec_int(const std::string& text, std::vector<int>& out);
+DEV_EXPORT bool dev_string_to_vec_int(const std::string& text, std::vector<int>& out);
 
 // ---------------------------------------------------------------------------------------
 // Value converters of one record key kind, over that kind's symbolic value names.
 typedef std::vector<std::vector<int>> DEV_2D_INT_ARRAY;
 
 // Text to integer or symbolic value.
-bool dev_string_to_int_or_enum(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
+DEV_EXPORT bool dev_string_to_int_or_enum(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
                                int* int_value);
 // Text to 2D integer array ({{1, 2}, {3}}).
-bool dev_string_to_2d_int(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
+DEV_EXPORT bool dev_string_to_2d_int(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
                           DEV_2D_INT_ARRAY* int_2d_result);
 // 2D integer array to text; each row on `space_str` then "{ ", elements and "}".
-void dev_2d_int_to_string(const ASTR_VALUE_NAMES& names, int key, const DEV_2D_INT_ARRAY& array,
+DEV_EXPORT void dev_2d_int_to_string(const ASTR_VALUE_NAMES& names, int key, const DEV_2D_INT_ARRAY& array,
                           const char* space_str, std::string* str_result);
 
 #endif

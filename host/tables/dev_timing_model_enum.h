@@ -4,6 +4,8 @@
 #ifndef VELCORA_HOST_TABLES_DEV_TIMING_MODEL_ENUM_H
 #define VELCORA_HOST_TABLES_DEV_TIMING_MODEL_ENUM_H
 
+#include "host/host_export.h"
+
 #include "host/dstr_declare.h"
 #include "host/tables/dev_voltage_enum.h"
 
@@ -18,9 +20,9 @@ constexpr int DEV_NO_TEMPERATURE = 2147483647;
 // none) and its temperature in degrees Celsius (DEV_NO_TEMPERATURE when it has none).
 // False, with the outputs untouched, for a value that names no timing model
 // (host/tables/dstr_operating_points.cpp).
-bool dstr_get_timing_model_operating_point(int model, DEV_VOLTAGE_ENUM* voltage, int* temperature);
+HOST_EXPORT bool dstr_get_timing_model_operating_point(int model, DEV_VOLTAGE_ENUM* voltage, int* temperature);
 // The first timing model of that operating point; DEV_TIMING_MODEL_INVALID when none.
-DEV_TIMING_MODEL_ENUM dstr_get_timing_model_by_operating_point(DEV_VOLTAGE_ENUM voltage, int temperature);
+HOST_EXPORT DEV_TIMING_MODEL_ENUM dstr_get_timing_model_by_operating_point(DEV_VOLTAGE_ENUM voltage, int temperature);
 
 static_assert(DEV_TIMING_MODEL_GENERIC == 57, "fixed by the data files and the code that reads them");
 static_assert(DEV_TIMING_MODEL_MAX == 58, "fixed by the data files and the code that reads them");

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "capture_fixture.h"
-#include "ddb/dev/dev_family_info_mgr_body.h"
+#include "dev_family_info_mgr_body.h"
 #include "host/gen.h"
 
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "capture_fixture.h"
-#include "ddb/dev/dev_family_info.h"
-#include "ddb/dev/dev_family_info_mgr_body.h"
+#include "dev_family_info.h"
+#include "dev_family_info_mgr_body.h"
 #include "host/cfg.h"
 #include "host/fio.h"
 #include "host/gen.h"

@@ -5,7 +5,7 @@
 #include <set>
 
 #include "capture_fixture.h"
-#include "ddb/dev/dev_family_info_mgr_body.h"
+#include "dev_family_info_mgr_body.h"
 #include "dev_family_manager.h"
 #include "dev_part_manager.h"
 #include "expectation.h"

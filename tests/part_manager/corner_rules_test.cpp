@@ -5,7 +5,7 @@
 #include <climits>
 
 #include "capture_fixture.h"
-#include "ddb/dev/dev_family_info_mgr_body.h"
+#include "dev_family_info_mgr_body.h"
 #include "dev_part_manager.h"
 
 namespace {

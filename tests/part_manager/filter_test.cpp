@@ -9,7 +9,7 @@
 
 #include "capture_fixture.h"
 #include "catalogue_text.h"
-#include "ddb/dev/dev_family_info_mgr_body.h"
+#include "dev_family_info_mgr_body.h"
 #include "dev_part_manager.h"
 #include "host/gen.h"
 

@@ -11,7 +11,7 @@
 #include "capture_fixture.h"
 #include "ddb/dev/dev_attribute_io.h"
 #include "dev_basic_info_body.h"
-#include "ddb/dev/dev_family_info_mgr_body.h"
+#include "dev_family_info_mgr_body.h"
 #include "dev_path.h"
 #include "host/gen.h"
 

@@ -9,7 +9,7 @@
 
 #include "capture_fixture.h"
 #include "dev_basic_info_body.h"
-#include "ddb/dev/dev_family_info_mgr_body.h"
+#include "dev_family_info_mgr_body.h"
 #include "dev_basic_info.h"
 #include "dev_path.h"
 #include "host/cfg.h"

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "capture_fixture.h"
-#include "ddb/dev/ddb_dev__pdb.h"
+#include "ddb_dev__pdb.h"
 
 namespace {
 

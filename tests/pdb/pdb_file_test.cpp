@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "capture_fixture.h"
-#include "ddb/dev/dev_pdb_file.h"
+#include "dev_pdb_file.h"
 #include "host/pdb_stl.h"
 
 namespace {

@@ -4,8 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tcl.h>
 
-#include "ddb/dev/dev_tcl_args_auto.h"
+#include "dev_tcl_args_auto.h"
 #include "tcl_interp_fixture.h"
 
 namespace {

@@ -7,9 +7,10 @@
 #include <map>
 #include <string>
 #include <vector>
+#include <tcl.h>
 
 #include "capture_fixture.h"
-#include "ddb/dev/dev_tcl_args_auto.h"
+#include "dev_tcl_args_auto.h"
 
 namespace {
 

@@ -4,8 +4,9 @@
 
 #include <string>
 #include <vector>
+#include <tcl.h>
 
-#include "ddb/dev/dev_tcl.h"
+#include "dev_tcl.h"
 #include "../tcl_frame/tcl_interp_fixture.h"
 
 namespace {

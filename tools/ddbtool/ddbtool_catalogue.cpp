@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "ddb/dev/dev_family_info_mgr_body.h"
+#include "dev_family_info_mgr_body.h"
 #include "ddbtool.h"
 #include "dev_archive_export.h"
 #include "host/fio.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "ddb/dev/dev_family_info_mgr_body.h"
+#include "dev_family_info_mgr_body.h"
 #include "ddbtool.h"
 #include "host/fio.h"
 #include "host/msg.h"

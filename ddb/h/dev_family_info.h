@@ -7,13 +7,15 @@
 #ifndef VELCORA_DEV_FAMILY_INFO_H
 #define VELCORA_DEV_FAMILY_INFO_H
 
+#include "dev_export.h"
+
 #include <vector>
 
 #include "dev_device_desc.h"
 #include "dev_family_desc.h"
 #include "dev_part_desc.h"
 
-class DEV_FAMILY_INFO {
+class DEV_EXPORT DEV_FAMILY_INFO {
 public:
     explicit DEV_FAMILY_INFO(bool owns_records = false) : m_owns_records(owns_records) {}
     ~DEV_FAMILY_INFO() { clear(); }

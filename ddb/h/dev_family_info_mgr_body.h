@@ -8,6 +8,8 @@
 #ifndef VELCORA_DEV_FAMILY_INFO_MGR_BODY_H
 #define VELCORA_DEV_FAMILY_INFO_MGR_BODY_H
 
+#include "dev_export.h"
+
 #include <memory>
 #include <string>
 #include <vector>
@@ -31,7 +33,7 @@ enum DEV_FAMILY_DATA_TYPE : int {
     DEV_FAMILY_DATA_TYPE_INFO = 4  // all three
 };
 
-class DEV_FAMILY_INFO_MGR_BODY {
+class DEV_EXPORT DEV_FAMILY_INFO_MGR_BODY {
 public:
     // The one store of the process, created on first call; creating it loads the whole
     // catalogue (load_installed_catalogue).

@@ -4,6 +4,8 @@
 #ifndef VELCORA_DEV_PDB_FILE_H
 #define VELCORA_DEV_PDB_FILE_H
 
+#include "dev_export.h"
+
 #include <string>
 
 #include "dev_archive_export.h"
@@ -11,7 +13,7 @@
 #include "host/pdb.h"
 
 // The segment's byte stream over an open archive (raw write/read).
-class DEV_PDB_ARCHIVE_STREAM : public PDB_STREAM {
+class DEV_EXPORT DEV_PDB_ARCHIVE_STREAM : public PDB_STREAM {
 public:
     explicit DEV_PDB_ARCHIVE_STREAM(DEV_ARCHIVE& archive) : m_archive(archive) {}
     bool write(const void* data, size_t size) override { return m_archive.write(data, size); }
@@ -23,11 +25,11 @@ private:
 
 // Writes the (writing) segment to `path` at `compression_level` (0 to 9). False with a
 // message naming the file in `error` when the file cannot be opened or written.
-bool dev_pdb_write_file(PDB_DDB_SEGMENT& segment, const FIO_PATH& path, int compression_level,
+DEV_EXPORT bool dev_pdb_write_file(PDB_DDB_SEGMENT& segment, const FIO_PATH& path, int compression_level,
                         std::string& error);
 
 // Reads `path` into the (reading) segment. False with a message naming the file in `error`
 // when the file is missing, foreign, of another format version, truncated or corrupted.
-bool dev_pdb_read_file(const FIO_PATH& path, PDB_DDB_SEGMENT& segment, std::string& error);
+DEV_EXPORT bool dev_pdb_read_file(const FIO_PATH& path, PDB_DDB_SEGMENT& segment, std::string& error);
 
 #endif

@@ -5,6 +5,8 @@
 #ifndef VELCORA_DDB_DEV_TCL_ARGS_AUTO_H
 #define VELCORA_DDB_DEV_TCL_ARGS_AUTO_H
 
+#include "dev_export.h"
+
 #include <cstdint>
 
 #include "host/atcl.h"
@@ -66,19 +68,19 @@ enum DEV_TCL_AUTO_COMMAND_ENUM {
 };
 
 // The option's name ("" for value 0 or 14); values outside 1..24 are internal errors.
-const char* dev_tcl_auto_option_to_name(int32_t option);
+DEV_EXPORT const char* dev_tcl_auto_option_to_name(int32_t option);
 
 // The option that `word` (typed without its "-") denotes for `command`, or 0.
-int32_t dev_tcl_auto_name_to_option(DEV_TCL_AUTO_COMMAND_ENUM command, const char* word);
+DEV_EXPORT int32_t dev_tcl_auto_name_to_option(DEV_TCL_AUTO_COMMAND_ENUM command, const char* word);
 
 // The command's record (its option specification ends with option 0).
-const DEV_TCL_COMMAND_RECORD& dev_tcl_auto_command_record(DEV_TCL_AUTO_COMMAND_ENUM command);
+DEV_EXPORT const DEV_TCL_COMMAND_RECORD& dev_tcl_auto_command_record(DEV_TCL_AUTO_COMMAND_ENUM command);
 
 // Argument processors, one per command: dev_tcl_args_<command>(args, interp, objc, objv).
 // They return the result of ATCL_ARGS::process_tcl_command_arguments; nonzero means the
 // command returns that result without running.
 #define DEV_TCL_AUTO_COMMAND_PROCESSOR(name) \
-    int dev_tcl_args_##name(ATCL_ARGS* args, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[]);
+    DEV_EXPORT int dev_tcl_args_##name(ATCL_ARGS* args, Tcl_Interp* interp, int objc, Tcl_Obj* const objv[]);
 DEV_TCL_AUTO_COMMANDS(DEV_TCL_AUTO_COMMAND_PROCESSOR)
 #undef DEV_TCL_AUTO_COMMAND_PROCESSOR
 

@@ -12,6 +12,7 @@
 #include <typeinfo>
 
 #include "dev_enum_flag.h"
+#include "dev_export.h"
 #include "dev_family_info.h"
 #include "dev_smart_value.h"
 #include "host/pdb_stl.h"
@@ -46,7 +47,7 @@ const char* dev_pdb_type_name(const T&) {
     return typeid(T).name();
 }
 
-#define DEV_PDB_DECLARE(CLASS) PDB_DDB_SEGMENT& operator<<(PDB_DDB_SEGMENT& seg, CLASS& object);
+#define DEV_PDB_DECLARE(CLASS) DEV_EXPORT PDB_DDB_SEGMENT& operator<<(PDB_DDB_SEGMENT& seg, CLASS& object);
 
 DEV_PDB_DECLARE(DEV_INT_VALUE)
 DEV_PDB_DECLARE(DEV_QWORD_VALUE)
