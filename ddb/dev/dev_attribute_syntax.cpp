@@ -185,7 +185,7 @@ bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::
 bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
                              std::vector<int>* value) {
     // Tokens end at braces, commas and blanks; scanned in place, only names are copied.
-    static std::string token;
+    std::string token;
     value->clear();
     const char* p = text.c_str();
     for (;;) {

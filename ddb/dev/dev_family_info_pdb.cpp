@@ -18,8 +18,8 @@
 
 namespace {
 
-const char* const kTestSection = "General Section";
-const char* const kTestKey = "DEV_FAMILY_INFO_FILE";
+const char* const TEST_SECTION = "General Section";
+const char* const TEST_KEY = "DEV_FAMILY_INFO_FILE";
 
 double now_seconds() {
     using namespace std::chrono;
@@ -153,8 +153,8 @@ bool DEV_FAMILY_INFO_PDB::load(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type
             path.set_full_path(gen_get_ddb_root() + "/" + "ddb_cumulative" + suffix_of(DEV_FAMILY_DATA_TYPE_INFO));
             type = DEV_FAMILY_DATA_TYPE_INFO;
             exists = FIO_FILE_SYSTEM::exists(path);
-            if (exists && tst_has_value(kTestSection, kTestKey))
-                tst_set_value(kTestSection, kTestKey, "Full cumulative data loaded for " + bookkeeping_name(family));
+            if (exists && tst_has_value(TEST_SECTION, TEST_KEY))
+                tst_set_value(TEST_SECTION, TEST_KEY, "Full cumulative data loaded for " + bookkeeping_name(family));
         }
     }
     const std::string full = path.full_path();
@@ -168,12 +168,12 @@ bool DEV_FAMILY_INFO_PDB::load(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type
     bool ok;
     if (!exists) {
         DEV_DEBUG("Whoops, %s is not available! Trying to read from ASCII", full.c_str());
-        if (!tst_has_value(kTestSection, kTestKey)) {
+        if (!tst_has_value(TEST_SECTION, TEST_KEY)) {
             DEV_INTERNAL_ERROR((std::string("Required file not installed, ") + full).c_str());
             return false;
         }
-        const std::string text_file = tst_get_value(kTestSection, kTestKey);
-        tst_set_value(kTestSection, kTestKey, "ASCII data loaded for " + bookkeeping_name(family));
+        const std::string text_file = tst_get_value(TEST_SECTION, TEST_KEY);
+        tst_set_value(TEST_SECTION, TEST_KEY, "ASCII data loaded for " + bookkeeping_name(family));
         ok = m_store.read_family_data(FIO_PATH(text_file));
     } else if (from_ascii) {
         DEV_DEBUG("ASCII mode. Reading from %s (assumed text file)", full.c_str());

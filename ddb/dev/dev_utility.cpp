@@ -2,8 +2,6 @@
 // tokenisers, number and boolean recognisers, list and 2D value parsers, a line reader
 // and column-letter conversion.
 //
-// Not re-entrant: the pattern translator, the list parsers and the replace expander keep
-// their work strings and tokenisers in function-level statics (one thread at a time).
 #include "dev_utility.h"
 
 #include <algorithm>
@@ -66,9 +64,8 @@ int atoi_token(const char* p, const char* end) {
 // Rewrites the Perl escapes of `p` for the engine. Inside a bracket expression the
 // classes lose their brackets and the negated classes are dropped; "\(" and "\)" lose
 // their backslash; "\\" and every other escape pass unchanged.
-const std::string& translate_pattern(const char* p) {
-    static std::string work;
-    work.clear();
+std::string translate_pattern(const char* p) {
+    std::string work;
     bool in_bracket = false;
     for (; *p; ++p) {
         char c = *p;
@@ -217,7 +214,7 @@ VTL_RANGE DEV_REGEXP::group_range(size_t i) const { return m_regexp.group(i); }
 size_t DEV_REGEXP::groups() const { return m_regexp.groups(); }
 
 void DEV_REGEXP::expand_replacement(const char* replacement, std::string& out) const {
-    static std::string group_text;
+    std::string group_text;
     for (const char* p = replacement; *p; ++p) {
         if (*p != '\\' || p[1] == '\0') {
             out += *p;
@@ -236,7 +233,7 @@ void DEV_REGEXP::expand_replacement(const char* replacement, std::string& out) c
 
 int DEV_REGEXP::replace(std::string& s, size_t begin, size_t length, const char* replacement,
                         bool global) {
-    static std::string result;
+    std::string result;
     if (!replacement) replacement = "";
     if (begin > s.size()) begin = s.size();
     size_t end = (length == npos || length > s.size() - begin) ? s.size() : begin + length;
@@ -569,7 +566,7 @@ bool dev_string_to_int_or_enum(const ASTR_VALUE_NAMES& names, int key, const std
 bool dev_string_to_2d_int(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
                           DEV_2D_INT_ARRAY* int_2d_result) {
     if (!DEV_ASSERT(int_2d_result != NULL)) return false;
-    static std::string token;
+    std::string token;
     DEV_2D_INT_ARRAY& result = *int_2d_result;
     size_t rows = 0;  // rows filled so far; existing row vectors are reused
     // The first brace is the array's outer brace; rows are the braces after it.

@@ -5,7 +5,7 @@
 // terminating entry so that an enumeration with no named member still has an array.
 #define DSTR_ENUM_BEGIN(TYPE, name) \
     namespace {                     \
-    constexpr DSTR_ENTRY k_##name##_entries[] = {
+    constexpr DSTR_ENTRY DSTR_ENTRIES_##name[] = {
 #define DSTR_INVALID(ID, value)
 #define DSTR_MEMBER(ID, value, debug, user, ...) {ID, #ID, debug, user},
 #define DSTR_GENERIC(ID, value, debug, user) {ID, #ID, debug, user},
@@ -14,8 +14,8 @@
     {0, nullptr, nullptr, nullptr}};                                                               \
     }                                                                                              \
     const DSTR_TABLE& dstr_table_##name() {                                                        \
-        static const DSTR_TABLE table(#TYPE, k_##name##_entries,                                   \
-                                      sizeof(k_##name##_entries) / sizeof(DSTR_ENTRY) - 1,         \
+        static const DSTR_TABLE table(#TYPE, DSTR_ENTRIES_##name,                                   \
+                                      sizeof(DSTR_ENTRIES_##name) / sizeof(DSTR_ENTRY) - 1,         \
                                       INVALID, BOUND);                                             \
         return table;                                                                              \
     }                                                                                              \
@@ -54,7 +54,7 @@ constexpr bool dense(const DSTR_ENTRY (&entries)[N], int invalid, int bound) {
 }
 
 #define DSTR_DENSE(name, INVALID, BOUND) \
-    static_assert(dense(k_##name##_entries, INVALID, BOUND), #name " names every value of its range");
+    static_assert(dense(DSTR_ENTRIES_##name, INVALID, BOUND), #name " names every value of its range");
 DSTR_DENSE(dev_device_trait_enum, DEV_DEVICE_TRAIT_INVALID, DEV_DEVICE_TRAIT_GENERIC)
 DSTR_DENSE(dev_part_trait_enum, DEV_PART_TRAIT_INVALID, DEV_PART_TRAIT_GENERIC)
 DSTR_DENSE(dev_voltage_enum, DEV_VOLTAGE_INVALID, DEV_VOLTAGE_GENERIC)
