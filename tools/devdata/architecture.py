@@ -196,10 +196,14 @@ def element_ports(base, cls, lut_inputs, width):
         return [("RXDATA", I, "RX_DATA", width[0]), ("TXDATA", I, "TX_DATA", width[0]), ("REFCLK", I, "REF_CLK", 1),
                 ("RESET", I, "RESET", 1), ("RXDATAOUT", O, "RX_DATA_OUT", width[0]),
                 ("TXSERIAL", O, "TX_SERIAL", 1), ("CLKOUT", O, "CLK_OUT", 1), ("LOCKED", O, "LOCKED", 1)]
+    if cls == "hardip" and base.startswith("PCIE"):
+        return [("REFCLK", I, "REF_CLK", 1), ("RESET", I, "RESET", 1), ("RXIN", I, "RX_DATA", 1),
+                ("TXDATA", I, "TX_DATA", width[0]), ("RXDATA", O, "RX_DATA_OUT", width[0]),
+                ("TXOUT", O, "TX_SERIAL", 1), ("LINKUP", O, "LOCKED", 1)]
     if cls == "hardip":
-        return [("REFCLK", I, "REF_CLK", 1), ("RESET", I, "RESET", 1), ("DATAIN", I, "DATA_IN", width[0]),
+        return [("CLK", I, "CLK", 1), ("RESET", I, "RESET", 1), ("DATAIN", I, "DATA_IN", width[0]),
                 ("ADDR", I, "A_ADDR", 32), ("DQSIN", I, "DQS_IN", 1), ("DATAOUT", O, "DATA_OUT", width[0]),
-                ("DQSOUT", O, "DQS_OUT", 1), ("READY", O, "LOCKED", 1)]
+                ("DQSOUT", O, "DQS_OUT", 1), ("CALDONE", O, "LOCKED", 1)]
     if cls == "tie":
         return [("DATAOUT", O, "DATA_OUT", 1)]
     return [("CLK", I, "CLK", 1), ("RESET", I, "RESET", 1), ("DATAIN", I, "DATA_IN", width[0]),

@@ -365,7 +365,9 @@ class Generator:
         for key, on in bools.items():
             if on:
                 w.attr("\t", "BOOL_" + key, "true")
-        instances = 2 * lut_inputs + 4 if cls in ("lut", "reg") else 1
+        # LUTs and registers per LAB: a logic element each, registers as the catalogue counts them.
+        labs = max(1, f.r("Logic array blocks"))
+        instances = {"lut": -(-f.logic // labs), "reg": -(-f.r("Registers") // labs)}.get(cls, 1)
         ints = [("NUM_INPUTS", len(inputs)), ("NUM_OUTPUTS", len(outputs)), ("NUM_CLOCKS", len(clocks)),
                 ("NUM_CONTROL_SIGNALS", sum(1 for i in inputs if ports[i][2] in (
                     "ENABLE", "ENABLE0", "ENABLE1", "ASYNC_CLEAR", "SYNC_CLEAR", "SYNC_LOAD", "CLEAR_N", "RESET"))),
@@ -408,21 +410,20 @@ class Generator:
         arcs = [(i, o) for r, i in zip(conn, inputs) for c, o in zip(r, outputs) if c]
         base_ps = {"lut": 90, "reg": 60, "chain": 25, "labctl": 140, "ram": 600, "dsp": 900, "io": 450, "pll": 300,
                    "clock": 200, "xcvr": 800, "hardip": 1200, "system": 2000, "tie": 0}[cls] + 40 * (7 - min(gen, 7))
-        if cls in ("lut", "chain"):
-            w.table(T, "2D_INT_INPUT_TO_OUTPUT_PATHS", [[i, o, int(base_ps * (0.6 + 0.4 * R())),
-                                                         int(base_ps * (1.0 + 0.6 * R()))] for i, o in arcs])
         if sequential:
             w.table(T, "2D_INT_CLOCK_TO_OUTPUT_PATHS", [[clocks[0], o, int(base_ps * (0.5 + R())),
                                                          int(base_ps * (1.2 + R()))] for o in outputs])
             w.table(T, "2D_INT_SETUP_HOLD_PAIRS", [[i, clocks[0], int(base_ps * (0.2 + 0.3 * R())), int(30 * R()) - 10]
                                                    for i in inputs if i not in clocks])
         # Each arc: rise and fall delay in ps at the slow and at the fast corner (the timing
-        # file has the other corners).
+        # file has the other corners); the combinational paths with their least and greatest.
         rows = []
         for i, o in arcs:
             d = base_ps * (1.1 + 0.4 * R())
             rows.append([i, o, int(d), int(d * (1.02 + 0.1 * R())), int(d * 0.55), int(d * (0.56 + 0.05 * R()))])
         w.table(T, "2D_INT_TIMING_ARCS", rows)
+        if cls in ("lut", "chain"):
+            w.table(T, "2D_INT_INPUT_TO_OUTPUT_PATHS", [[i, o, min(r[2:]), max(r[:2])] for i, o, *r in rows])
         if cls in ("ram", "dsp", "pll", "xcvr", "hardip"):
             w.table(T, "2D_INT_POWER_ARCS", [[i, o, int(100 + 900 * R())] for i, o in arcs])
         config_bits = {"lut": 72, "reg": 8, "chain": 4, "labctl": 24, "ram": 48, "dsp": 96, "io": 64, "pll": 180,
