@@ -110,7 +110,7 @@ def check_value(kind, naming, value):
 
 
 def check_file(job):
-    """Faults of one HDR file, its size and its element count."""
+    """(path, faults, size in bytes) of one HDR file."""
     path, device, family = job
     schema, faults = _SCHEMA, []
     defined = {"location": set(), "port": set(), "element": set()}
