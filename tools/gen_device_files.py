@@ -1,88 +1,40 @@
 #!/usr/bin/env python3
-"""Writes the per-device files that make the devices of the bundled installation installed.
+"""Writes the per-device files of the bundled installation.
 
 For every device of a family without the trait NOT_INSTALLED, in the family's data folder
 <root>/ddb/<folder>/:
   - the device file named by the catalogue's FILE_NAME;
-  - when the family has the trait NEW_DDB_SUPPORT or REQUIRES_HDR_DATA, the device's HDR
-    file ddb_<device>.hdr, a small basic info in the HDR text form (names and enumerators).
+  - unless the device has the trait NO_HDR_DATA, its basic info in the HDR text form
+    (tools/devdata/hdr.py), ddb_<device>.hdr. Families with the trait NEW_DDB_SUPPORT
+    install their basic info compiled (ddb_<device>_hdr.ddb) and keep no text copy: their
+    HDR text goes to the staging folder instead, and the manifest there names, one line
+    per device, the text and the .ddb file to compile it to (tab-separated paths), for the
+    build step that compiles them (tools/compile_staged_hdr.py).
 
 The devices, families, traits and file names come from the text catalogue, the folders from
-the family folder table, so the files are exactly those the library looks for. A file is
-rewritten only when its content changes; --stamp names a file written last, listing the
-counts, for the build to depend on.
+the family folder table, so the files are exactly those the library looks for. Every file is
+written only when its content changes, through a temporary file beside it that is renamed
+over it once complete; HDR files of devices that no longer get one are removed. --stamp
+names a file written last, listing the counts, for the build to depend on.
 
-  gen_device_files.py --root DIR [--source TREE] [--stamp FILE]
+  gen_device_files.py --root DIR [--staging DIR] [--source TREE] [--stamp FILE] [--jobs N]
 Python 3 standard library only.
 """
 
 import argparse
+import glob
+import multiprocessing
 import os
-import re
 import sys
+import time
+
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+from devdata import hdr  # noqa: E402
+from devdata.catalogue import Catalogue, DeviceFacts, Tables  # noqa: E402
+from devdata.output import write_if_changed  # noqa: E402
 
 SOURCE = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-CATALOGUE = "data/h/dev_part_manager_auto.part"
-FOLDER_DEF = "host/tables/dev_family_folder.def"
-HDR_TRAITS = ("NEW_DDB_SUPPORT", "REQUIRES_HDR_DATA")
-
-BLOCK_RE = re.compile(r"^\s*(family|device|part)\s+(\w+)\s*$")
-KEY_RE = re.compile(r'^\s*(\w+)\s*=\s*"?([^"]*?)"?\s*$')
-USER_RE = re.compile(r"^#+\s*\(User name - (.*)\)\s*$")
-FOLDER_RE = re.compile(r'^\s*DEV_FAMILY_FOLDER\(DEV_FAMILY_(\w+),\s*"([^"]*)"\)')
-
-
-class Record:
-    def __init__(self, kind, name):
-        self.kind, self.name, self.user = kind, name, name
-        self.keys = {}
-
-    def values(self, key):
-        return self.keys.get(key, [])
-
-    def value(self, key):
-        v = self.values(key)
-        return v[0] if v else ""
-
-
-def read_catalogue(path):
-    """The family and device records of the text catalogue, in file order."""
-    records, current = [], None
-    with open(path, encoding="utf-8") as f:
-        for line in f:
-            m = BLOCK_RE.match(line)
-            if m:
-                current = Record(m.group(1), m.group(2))
-                records.append(current)
-                continue
-            if current is None:
-                continue
-            if line.strip() == "end":
-                current = None
-                continue
-            m = USER_RE.match(line.strip())
-            if m:
-                current.user = m.group(1)
-                continue
-            m = KEY_RE.match(line)
-            if m:
-                current.keys.setdefault(m.group(1), []).append(m.group(2))
-    return records
-
-
-def read_folders(path):
-    with open(path, encoding="utf-8") as f:
-        return {m.group(1): m.group(2) for m in map(FOLDER_RE.match, f) if m}
-
-
-def hdr_text(device, family):
-    return ("# Basic info of %s (%s family): its names and enumerators.\n"
-            "# Written by tools/gen_device_files.py from the text catalogue.\n"
-            'STRING_DEVICE_NAME = "%s"\n'
-            'STRING_FAMILY_NAME = "%s"\n'
-            'STRING_DATA_SOURCE = "catalogue"\n'
-            "ENUM_DEVICE = %s\n"
-            "ENUM_FAMILY = %s\n") % (device.name, family.user, device.name, family.name, device.name, family.name)
+MANIFEST = "hdr_manifest.txt"
 
 
 def device_file_text(device, family):
@@ -91,55 +43,97 @@ def device_file_text(device, family):
             "device %s\n") % (device.name, family.name, family.user, device.name)
 
 
-def planned_files(records, folders):
-    """(relative path, content) of every file to write."""
-    families = {r.name: r for r in records if r.kind == "family"}
-    files = []
-    for d in (r for r in records if r.kind == "device"):
-        family = families.get(d.value("FAMILY"))
-        if family is None:
-            raise ValueError("device %s names no known family" % d.name)
-        traits = set(family.values("TRAITS"))
-        if "NOT_INSTALLED" in traits:
-            continue
-        folder = folders.get(family.name)
-        file_name = d.value("FILE_NAME")
-        if not folder or not file_name or "/" in file_name:
-            raise ValueError("device %s: no folder or a bad FILE_NAME" % d.name)
-        files.append(("ddb/%s/%s" % (folder, file_name), device_file_text(d, family)))
-        if traits.intersection(HDR_TRAITS):
-            files.append(("ddb/%s/ddb_%s.hdr" % (folder, d.name.lower()), hdr_text(d, family)))
-    return files
+class Plan:
+    """The files to write: device files, HDR files in the root and in the staging folder."""
+
+    def __init__(self, catalogue, root, staging):
+        self.device_files, self.hdr, self.manifest = [], [], []
+        hdr_devices = []
+        for d in catalogue.devices:
+            if not catalogue.is_installed(d):
+                continue
+            family, folder = catalogue.family_of(d), catalogue.folder_of(d)
+            file_name = d.value("FILE_NAME")
+            if not file_name or "/" in file_name:
+                raise ValueError("device %s: no FILE_NAME or a bad one" % d.name)
+            self.device_files.append((os.path.join(root, "ddb", folder, file_name), device_file_text(d, family)))
+            if "NO_HDR_DATA" not in d.values("TRAITS"):
+                hdr_devices.append(d)
+        facts = [DeviceFacts(catalogue, d) for d in hdr_devices]
+        largest = max([f.logic for f in facts] or [1])
+        for f in facts:
+            base = "ddb_%s" % f.name.lower()
+            folder = catalogue.folder_of(f.record)
+            if "NEW_DDB_SUPPORT" in f.traits:
+                if not staging:
+                    raise ValueError("family %s needs a staging folder (--staging)" % f.family.name)
+                text = os.path.join(staging, folder, base + ".hdr")
+                self.manifest.append((text, os.path.join(root, "ddb", folder, base + "_hdr.ddb")))
+            else:
+                text = os.path.join(root, "ddb", folder, base + ".hdr")
+            self.hdr.append((text, f, f.logic / largest))
 
 
-def write_if_changed(path, text):
-    try:
-        with open(path, encoding="utf-8") as f:
-            if f.read() == text:
-                return False
-    except OSError:
-        pass
-    os.makedirs(os.path.dirname(path), exist_ok=True)
-    with open(path, "w", encoding="utf-8") as f:
-        f.write(text)
-    return True
+# Worker state: the tables, set before the pool forks.
+_TABLES = None
+
+
+def write_hdr(job):
+    path, facts, scale = job
+    text = hdr.basic_info_text(_TABLES, facts, scale)
+    return path, len(text.encode("utf-8")), write_if_changed(path, text)
+
+
+def remove_stale(pattern, keep):
+    removed = 0
+    for path in glob.glob(pattern):
+        if path not in keep:
+            os.remove(path)
+            removed += 1
+    return removed
 
 
 def main(argv):
+    global _TABLES
     ap = argparse.ArgumentParser(description="Write the device files of the installed families.")
     ap.add_argument("--root", required=True, help="installation root (files go below ROOT/ddb)")
+    ap.add_argument("--staging", help="folder of the HDR texts that the build compiles to .ddb")
     ap.add_argument("--source", default=SOURCE, help="source tree (default: %(default)s)")
     ap.add_argument("--stamp", help="file written last, with the counts")
+    ap.add_argument("--jobs", type=int, default=os.cpu_count() or 1, help="processes (default: %(default)s)")
     args = ap.parse_args(argv)
+    start = time.monotonic()
+    root = os.path.abspath(args.root)
+    staging = os.path.abspath(args.staging) if args.staging else None
     try:
-        files = planned_files(read_catalogue(os.path.join(args.source, CATALOGUE)),
-                              read_folders(os.path.join(args.source, FOLDER_DEF)))
+        plan = Plan(Catalogue(args.source), root, staging)
     except (OSError, ValueError) as e:
         print("gen_device_files: %s" % e, file=sys.stderr)
         return 2
-    written = sum(write_if_changed(os.path.join(args.root, rel), text) for rel, text in files)
-    hdr = sum(1 for rel, _ in files if rel.endswith(".hdr"))
-    summary = "%d device files, %d HDR files, %d written\n" % (len(files) - hdr, hdr, written)
+    _TABLES = Tables(args.source)
+    written = sum(write_if_changed(path, text) for path, text in plan.device_files)
+    jobs = sorted(plan.hdr, key=lambda j: -j[2])  # largest first, for an even load
+    if args.jobs > 1 and "fork" in multiprocessing.get_all_start_methods():
+        with multiprocessing.get_context("fork").Pool(args.jobs) as pool:
+            results = pool.map(write_hdr, jobs, chunksize=1)
+    else:
+        results = [write_hdr(j) for j in jobs]
+    written += sum(r[2] for r in results)
+    # Only the installation's own HDR texts stay in the root; the compile step owns the
+    # files of the families that install compiled basic info.
+    keep = {path for path, _, _ in results}
+    compiled = {os.path.splitext(t)[0][:-len("_hdr")] + ".hdr" for _, t in plan.manifest}
+    removed = remove_stale(os.path.join(root, "ddb", "*", "ddb_*.hdr"), keep | compiled)
+    if staging:
+        removed += remove_stale(os.path.join(staging, "*", "ddb_*.hdr"), keep)
+        manifest = "".join("%s\t%s\n" % pair for pair in plan.manifest)
+        written += write_if_changed(os.path.join(staging, MANIFEST), manifest)
+    sizes = sorted(r[1] for r in results)
+    summary = ("%d device files, %d HDR files (%d staged for compiling), %d bytes of HDR text "
+               "(smallest %d, largest %d)\n") % (len(plan.device_files), len(results), len(plan.manifest),
+                                                sum(sizes), sizes[0] if sizes else 0, sizes[-1] if sizes else 0)
+    print("gen_device_files: %s%d written, %d removed, %.1f s" % (summary, written, removed,
+                                                                   time.monotonic() - start))
     if args.stamp:
         write_if_changed(args.stamp, summary)
         os.utime(args.stamp)
