@@ -233,8 +233,23 @@ void DEV_FAMILY_INFO_READER::read_outside(BLOCK& block, const std::string& line)
     }
 }
 
+bool DEV_FAMILY_INFO_READER::is_end(const std::string& line) {
+    return dev_first_word(line) == "end" && m_end.match(line);
+}
+
+// The block's record, created (and taken into the store) by the block's first body line.
+template <typename DESC, typename ENUM>
+DESC& DEV_FAMILY_INFO_READER::record_of(ENUM value) {
+    DESC* desc = m_store.find_desc_of(value);
+    if (!desc) {
+        desc = new DESC(value);
+        m_store.take_desc(desc, false);
+    }
+    return *desc;
+}
+
 void DEV_FAMILY_INFO_READER::read_family_line(BLOCK& block, const std::string& line) {
-    if (dev_first_word(line) == "end" && m_end.match(line)) {
+    if (is_end(line)) {
         // A block under an unknown name was reported at its header.
         if (block.family != DEV_FAMILY_INVALID)
             DEV_ASSERT_TEXT(m_store.find_desc_of(block.family) != NULL, "m_family_descriptors[family_enum] != NULL");
@@ -242,12 +257,8 @@ void DEV_FAMILY_INFO_READER::read_family_line(BLOCK& block, const std::string& l
         return;
     }
     if (block.family == DEV_FAMILY_INVALID) return;
-    DEV_FAMILY_DESC* desc = m_store.find_desc_of(block.family);
-    if (!desc) {
-        desc = new DEV_FAMILY_DESC(block.family);
-        m_store.take_desc(desc, false);
-    }
-    if (!parse_key_line(line, *desc, dstr_get_debug_string(block.family)) && !is_blank_or_comment(line))
+    DEV_FAMILY_DESC& desc = record_of<DEV_FAMILY_DESC>(block.family);
+    if (!parse_key_line(line, desc, dstr_get_debug_string(block.family)) && !is_blank_or_comment(line))
         syntax_note(line);
 }
 
@@ -266,7 +277,7 @@ void DEV_FAMILY_INFO_READER::close_record_block(const BLOCK& block, const std::s
 }
 
 void DEV_FAMILY_INFO_READER::read_device_line(BLOCK& block, const std::string& line) {
-    if (dev_first_word(line) == "end" && m_end.match(line)) {
+    if (is_end(line)) {
         block.state = BLOCK::OUTSIDE;
         if (block.device != DEV_DEVICE_INVALID)
             close_record_block(block, line, m_store.find_desc_of(block.device), "m_device_descriptors[device_enum] != NULL",
@@ -274,31 +285,23 @@ void DEV_FAMILY_INFO_READER::read_device_line(BLOCK& block, const std::string& l
         return;
     }
     if (block.device == DEV_DEVICE_INVALID) return;
-    DEV_DEVICE_DESC* desc = m_store.find_desc_of(block.device);
-    if (!desc) {
-        desc = new DEV_DEVICE_DESC(block.device);
-        m_store.take_desc(desc, false);
-    }
-    if (!parse_key_line(line, *desc, dstr_get_debug_string(block.device)) && !is_blank_or_comment(line))
+    DEV_DEVICE_DESC& desc = record_of<DEV_DEVICE_DESC>(block.device);
+    if (!parse_key_line(line, desc, dstr_get_debug_string(block.device)) && !is_blank_or_comment(line))
         syntax_note(line);
 }
 
 void DEV_FAMILY_INFO_READER::read_part_line(BLOCK& block, DEV_TEXT_FILE& file, std::string& line) {
-    if (dev_first_word(line) == "end" && m_end.match(line)) {
+    if (is_end(line)) {
         block.state = BLOCK::OUTSIDE;
         if (block.part != DEV_PART_INVALID)
             close_record_block(block, line, m_store.find_desc_of(block.part), "m_part_descriptors[part_enum] != NULL", true);
         return;
     }
     if (block.part == DEV_PART_INVALID) return;
-    DEV_PART_DESC* desc = m_store.find_desc_of(block.part);
-    if (!desc) {
-        desc = new DEV_PART_DESC(block.part);
-        m_store.take_desc(desc, false);
-    }
-    if (parse_key_line(line, *desc, dstr_get_debug_string(block.part))) return;
+    DEV_PART_DESC& desc = record_of<DEV_PART_DESC>(block.part);
+    if (parse_key_line(line, desc, dstr_get_debug_string(block.part))) return;
     if (dev_first_word(line) == "DEV_RESOURCES" && m_resources.match(line)) {
-        const bool ended = read_resource_list(file, *desc, line);
+        const bool ended = read_resource_list(file, desc, line);
         // The count runs ahead by the size of the resource vector, whatever the list's length.
         file.advance_line_number(DEV_RESOURCE_MAX);
         if (!ended)

@@ -64,6 +64,9 @@ private:
     bool parse_key(const std::string& line, DESC& desc, const char* record_name, std::vector<DEV_REGEXP>& patterns);
     void report_bad_value(const char* record_kind, const char* key, const std::string& value);
     bool is_blank_or_comment(const std::string& line);
+    bool is_end(const std::string& line);
+    template <typename DESC, typename ENUM>
+    DESC& record_of(ENUM value);
     void syntax_note(const std::string& line);
 
     DEV_FAMILY_INFO_MGR_BODY& m_store;
