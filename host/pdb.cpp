@@ -266,3 +266,41 @@ void PDB_SEGMENT_BASE::serialize_begin(PDB_SEGMENT& seg, const PDB_CLASS_INFO& i
 }
 
 void PDB_SEGMENT_BASE::serialize_end(PDB_SEGMENT& seg) {}
+
+uint32_t PDB_SEGMENT::object_number(const void* object) {
+    if (!object) return 0;
+    auto inserted = m_numbers.emplace(object, static_cast<uint32_t>(m_numbers.size() + 1));
+    return inserted.first->second;
+}
+
+void PDB_SEGMENT::register_object(uint32_t number, const void* type, void* object) {
+    if (failed()) return;
+    if (number == 0 || !m_objects.emplace(number, STORED_OBJECT{type, object}).second)
+        fail("corrupted: an object stored under number " + std::to_string(number) + " twice or under 0");
+}
+
+void PDB_SEGMENT::link(uint32_t number, const void* type, void* slot, PDB_ASSIGN assign) {
+    assign(slot, nullptr);
+    if (number != 0 && !failed()) m_links.push_back(PENDING_LINK{number, type, slot, assign});
+}
+
+bool PDB_SEGMENT::resolve_links() {
+    for (const PENDING_LINK& l : m_links) {
+        if (failed()) break;
+        auto found = m_objects.find(l.number);
+        if (found == m_objects.end() || found->second.type != l.type) {
+            fail("corrupted: a link to object " + std::to_string(l.number) + " that is not stored");
+            break;
+        }
+        l.assign(l.slot, found->second.object);
+    }
+    m_links.clear();
+    if (!failed())
+        for (const std::function<void()>& action : m_after_links) action();
+    m_after_links.clear();
+    return !failed();
+}
+
+void PDB_SEGMENT::after_links(std::function<void()> action) {
+    if (!failed()) m_after_links.push_back(std::move(action));
+}

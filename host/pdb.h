@@ -18,8 +18,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <type_traits>
+#include <unordered_map>
 #include <vector>
 
 // Collections hold fewer than this many elements.
@@ -144,6 +146,25 @@ public:
     // Payload bytes not yet read.
     size_t remaining() const { return m_payload.size() - m_pos; }
 
+    // Links between stored objects. An object that others point at is stored once, where it
+    // is owned, under a number; a pointer to it is stored as that number (0 for null).
+    // Writing: the number of `object`, given on first sight (0 for null).
+    uint32_t object_number(const void* object);
+    // Reading: `object`, of the class `type`, was read under `number`. A number used twice
+    // fails the segment.
+    void register_object(uint32_t number, const void* type, void* object);
+    // Reading: the pointer at `slot` is to point at the object of class `type` stored under
+    // `number` (null for 0); `assign(slot, object)` stores it, once resolve_links runs.
+    typedef void (*PDB_ASSIGN)(void* slot, void* object);
+    void link(uint32_t number, const void* type, void* slot, PDB_ASSIGN assign);
+    // Reading: `action` runs once every link is filled (for tables that are built from their
+    // linked entries).
+    void after_links(std::function<void()> action);
+    // Reading: fills every linked slot once all objects are read, then runs the actions.
+    // False, failing the segment, when a number names no object or an object of another
+    // class.
+    bool resolve_links();
+
 private:
     friend class PDB_SEGMENT_BASE;
     bool take(void* data, size_t size);
@@ -157,6 +178,21 @@ private:
     // The context of the innermost open PDB_FIELD_SCOPE (it lives on that scope's stack).
     const PDB_FIELD_CONTEXT* m_field_scope = nullptr;
     friend class PDB_FIELD_SCOPE;
+
+    struct STORED_OBJECT {
+        const void* type;
+        void* object;
+    };
+    struct PENDING_LINK {
+        uint32_t number;
+        const void* type;
+        void* slot;
+        PDB_ASSIGN assign;
+    };
+    std::unordered_map<const void*, uint32_t> m_numbers;         // writing
+    std::unordered_map<uint32_t, STORED_OBJECT> m_objects;        // reading
+    std::vector<PENDING_LINK> m_links;                            // reading
+    std::vector<std::function<void()>> m_after_links;            // reading
 };
 
 // The name the library's serialisers use for the segment type they write to.

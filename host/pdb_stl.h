@@ -55,6 +55,49 @@ void pdb_xfr_owned(PDB_DDB_SEGMENT& seg, T*& p) {
     pdb_xfr(seg, *p);
 }
 
+// A class's identity for links between stored objects.
+template <typename T>
+const void* pdb_type_key() {
+    static const char key = 0;
+    return &key;
+}
+
+// A link: a pointer to an object that another field owns, stored as the object's number.
+template <typename T>
+typename std::enable_if<std::is_class<T>::value>::type pdb_xfr(PDB_DDB_SEGMENT& seg, T*& p) {
+    uint32_t number = seg.is_writing() ? seg.object_number(p) : 0;
+    pdb_xfr(seg, number);
+    if (seg.is_reading())
+        seg.link(number, pdb_type_key<T>(), &p, [](void* slot, void* object) {
+            *static_cast<T**>(slot) = static_cast<T*>(object);
+        });
+}
+
+// How a stored object is created when read (specialised for classes without a default
+// constructor the store may call).
+template <typename T>
+struct PDB_NEW {
+    static T* make() { return new T(); }
+};
+
+// An owned pointer that links may point at: its number, then the object (created when
+// reading; 0 stands for null).
+template <typename T>
+void pdb_xfr_numbered(PDB_DDB_SEGMENT& seg, T*& p) {
+    uint32_t number = seg.is_writing() ? seg.object_number(p) : 0;
+    pdb_xfr(seg, number);
+    if (seg.is_reading()) {
+        delete p;
+        p = nullptr;
+        if (number == 0 || seg.failed()) return;
+        p = PDB_NEW<T>::make();
+        seg.register_object(number, pdb_type_key<T>(), p);
+    } else if (!p) {
+        return;
+    }
+    pdb_xfr(seg, *p);
+}
+
 // Minimum bytes one element occupies, for the count check of reading.
 template <typename T>
 constexpr size_t pdb_min_size() {
@@ -133,8 +176,13 @@ inline void pdb_xfr(PDB_DDB_SEGMENT& seg, VTL_BOOL_VECTOR& v) {
     }
 }
 
+// A hash table: its bucket count, its entries in iteration order. Read back, the table is
+// rebuilt with the same bucket count, so that it iterates in the same order; a table of
+// links is filled once every link is (PDB_SEGMENT::resolve_links).
 template <typename K, typename V, typename H>
 void pdb_xfr(PDB_DDB_SEGMENT& seg, VTL_HASH<K, V, H>& h) {
+    size_t buckets = h.bucket_count();
+    if (!seg.xfr_count(buckets, 0)) return;
     size_t n = h.size();
     if (!seg.xfr_count(n, 1)) return;
     PDB_SEGMENT_BASE::stl_begin(seg);
@@ -146,14 +194,26 @@ void pdb_xfr(PDB_DDB_SEGMENT& seg, VTL_HASH<K, V, H>& h) {
         });
         return;
     }
-    h.clear();
-    for (size_t i = 0; i < n && !seg.failed(); ++i) {
-        K key{};
-        V value{};
-        pdb_xfr(seg, key);
-        pdb_xfr(seg, value);
-        if (!seg.failed()) h.set(key, value);
+    // A table of n entries never holds more than 2n + 61 buckets.
+    if (buckets == 0 || buckets > 2 * n + 61) {
+        seg.fail("corrupted: hash table of " + std::to_string(n) + " entries in " + std::to_string(buckets) +
+                 " buckets");
+        return;
     }
+    h = VTL_HASH<K, V, H>(buckets);
+    auto entries = std::make_shared<std::vector<std::pair<K, V>>>(n);
+    for (size_t i = 0; i < n && !seg.failed(); ++i) {
+        pdb_xfr(seg, (*entries)[i].first);
+        pdb_xfr(seg, (*entries)[i].second);
+    }
+    auto fill = [&h, entries]() {
+        for (const std::pair<K, V>& e : *entries) h.insert(e.first, e.second);
+    };
+    // Links are filled once every object is read; other values are there already.
+    if (std::is_pointer<V>::value)
+        seg.after_links(fill);
+    else if (!seg.failed())
+        fill();
 }
 
 template <typename K, typename V>

@@ -1,6 +1,8 @@
 // Host hash table: separate chaining over a bucket array, created with a starting bucket
-// count. Iteration visits the buckets in order and each chain in insertion order, so it is
-// deterministic for a given history of insertions. When the table holds more than two
+// count. Iteration visits the buckets in order and each chain in the order of its keys' hash
+// values (then of the keys), so two tables that hold the same keys in the same number of
+// buckets iterate alike, whatever the order of insertion: a table rebuilt from another's
+// entries (a dump read back) iterates as the original. When the table holds more than two
 // entries per bucket it grows to 2n+1 buckets.
 //
 // Integer keys hash to themselves (bucket = key modulo the bucket count); string keys use
@@ -50,6 +52,7 @@ class VTL_HASH {
     struct NODE {
         K key;
         V value;
+        size_t hash;
         uint32_t next;
         bool live;
     };
@@ -126,6 +129,10 @@ public:
 
 private:
     size_t bucket_of(const K& key) const { return m_hasher.hash(key) % m_buckets.size(); }
+    // Chain order: by hash value, then by key.
+    static bool before(const NODE& a, const NODE& b) {
+        return a.hash != b.hash ? a.hash < b.hash : a.key < b.key;
+    }
     uint32_t find_node(const K& key) const {
         for (uint32_t n = m_buckets[bucket_of(key)]; n != NONE; n = m_nodes[n].next)
             if (m_hasher.equal(m_nodes[n].key, key)) return n;
@@ -137,31 +144,28 @@ private:
         if (m_free != NONE) {
             n = m_free;
             m_free = m_nodes[n].next;
-            m_nodes[n] = NODE{key, value, NONE, true};
+            m_nodes[n] = NODE{key, value, m_hasher.hash(key), NONE, true};
         } else {
             n = static_cast<uint32_t>(m_nodes.size());
-            m_nodes.push_back(NODE{key, value, NONE, true});
+            m_nodes.push_back(NODE{key, value, m_hasher.hash(key), NONE, true});
         }
-        link_tail(n);
+        link_in_order(n);
         ++m_size;
         return n;
     }
-    void link_tail(uint32_t n) {
-        uint32_t* link = &m_buckets[bucket_of(m_nodes[n].key)];
-        while (*link != NONE) link = &m_nodes[*link].next;
+    void link_in_order(uint32_t n) {
+        uint32_t* link = &m_buckets[m_nodes[n].hash % m_buckets.size()];
+        while (*link != NONE && before(m_nodes[*link], m_nodes[n])) link = &m_nodes[*link].next;
+        m_nodes[n].next = *link;
         *link = n;
     }
     void grow() {
-        // Re-link every live node in the old iteration order, so chains keep their order.
-        std::vector<uint32_t> order;
-        order.reserve(m_size);
+        std::vector<uint32_t> live;
+        live.reserve(m_size);
         for (uint32_t head : m_buckets)
-            for (uint32_t n = head; n != NONE; n = m_nodes[n].next) order.push_back(n);
+            for (uint32_t n = head; n != NONE; n = m_nodes[n].next) live.push_back(n);
         m_buckets.assign(2 * m_buckets.size() + 1, NONE);
-        for (uint32_t n : order) {
-            m_nodes[n].next = NONE;
-            link_tail(n);
-        }
+        for (uint32_t n : live) link_in_order(n);
     }
 
     std::vector<uint32_t> m_buckets;

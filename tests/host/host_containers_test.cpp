@@ -10,16 +10,21 @@
 
 TEST(VtlHash, IntegerKeysIterateInBucketOrderAndSurviveGrowth) {
     VTL_HASH<unsigned, int> h(61);
-    // 1 and 62 share bucket 1; 2 lies in bucket 2: iteration is bucket by bucket, chains in
-    // insertion order.
+    // 1 and 62 share bucket 1; 2 lies in bucket 2: iteration is bucket by bucket, each chain
+    // by hash value, whatever the order of insertion.
     EXPECT_TRUE(h.insert(62, 620));
     EXPECT_TRUE(h.insert(2, 20));
     EXPECT_TRUE(h.insert(1, 10));
     EXPECT_FALSE(h.insert(1, 11));
     std::vector<unsigned> order;
     h.for_each([&](unsigned k, int) { order.push_back(k); });
-    EXPECT_EQ(order, (std::vector<unsigned>{62, 1, 2}));
+    EXPECT_EQ(order, (std::vector<unsigned>{1, 62, 2}));
     EXPECT_EQ(*h.find(1), 10);
+    VTL_HASH<unsigned, int> other(61);
+    for (unsigned k : {2u, 1u, 62u}) other.insert(k, 0);
+    std::vector<unsigned> other_order;
+    other.for_each([&](unsigned k, int) { other_order.push_back(k); });
+    EXPECT_EQ(other_order, order);
 
     for (unsigned k = 100; k < 1100; ++k) h.set(k, static_cast<int>(k) * 2);
     EXPECT_GT(h.bucket_count(), 61u);
