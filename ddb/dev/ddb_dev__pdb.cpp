@@ -35,6 +35,19 @@
         return seg;                                                                         \
     }
 
+// Public handles store only their body.
+#define DEV_PDB_HANDLE_SERIALIZER(CLASS)                                                                     \
+    PDB_DDB_SEGMENT& operator<<(PDB_DDB_SEGMENT& seg, CLASS& object) {                                       \
+        static const PDB_CLASS_INFO info(#CLASS);                                                            \
+        PDB_SEGMENT_BASE::serialize_begin(seg, info, &object);                                               \
+        {                                                                                                    \
+            PDB_FIELD_SCOPE field_scope(seg, "m_body", #CLASS "_BODY*", DEV_PDB_SOURCE, __LINE__);            \
+            pdb_xfr_numbered(seg, DEV_PDB_HANDLE_ACCESS<CLASS>::body(object));                                \
+        }                                                                                                    \
+        PDB_SEGMENT_BASE::serialize_end(seg);                                                                \
+        return seg;                                                                                          \
+    }
+
 // No stored class compares its persistent image automatically.
 #define DEV_PDB_NO_AUTO_MATCH(CLASS)                                                                \
     bool CLASS::is_auto_match_pdb_xfr(CLASS*, PDB_MATCH_DATA*) {                                    \
@@ -66,13 +79,12 @@ DEV_PDB_NO_AUTO_MATCH(DEV_FAMILY_DESC)
 DEV_PDB_NO_AUTO_MATCH(DEV_DEVICE_DESC)
 DEV_PDB_NO_AUTO_MATCH(DEV_PART_DESC)
 
-// The root's lists hold owned records when read (the storage object owns what it reads).
-namespace {
-template <typename T>
-void pdb_xfr(PDB_DDB_SEGMENT& seg, std::vector<T*>& records) {
-    pdb_xfr_owned(seg, records);
-}
-}  // namespace
+// The root's lists hold records that the storage object owns once read.
+#define DEV_PDB_XFR_OWNED_FIELD(member)                                                                \
+    {                                                                                                  \
+        PDB_FIELD_SCOPE field_scope(seg, #member, dev_pdb_type_name(object.member), DEV_PDB_SOURCE, __LINE__); \
+        pdb_xfr_owned(seg, object.member);                                                             \
+    }
 
 #define DEV_FAMILY_INFO_FIELDS(F) F(m_family_data) F(m_device_data) F(m_part_data)
 
@@ -84,8 +96,26 @@ PDB_DDB_SEGMENT& operator<<(PDB_DDB_SEGMENT& seg, DEV_FAMILY_INFO& object) {
     }
     static const PDB_CLASS_INFO info("DEV_FAMILY_INFO");
     PDB_SEGMENT_BASE::serialize_begin(seg, info, &object);
-    DEV_FAMILY_INFO_FIELDS(DEV_PDB_XFR_FIELD)
+    DEV_FAMILY_INFO_FIELDS(DEV_PDB_XFR_OWNED_FIELD)
     PDB_SEGMENT_BASE::serialize_end(seg);
     return seg;
 }
 DEV_PDB_NO_AUTO_MATCH(DEV_FAMILY_INFO)
+
+// ---------------------------------------------------------------------------------------
+// Basic info
+
+DEV_PDB_HANDLE_SERIALIZER(DEV_LOCATION_DESC)
+DEV_PDB_HANDLE_SERIALIZER(DEV_PORT_DESC)
+DEV_PDB_HANDLE_SERIALIZER(DEV_ELEMENT_DESC)
+DEV_PDB_SERIALIZER(DEV_LOCATION_DESC_BODY, DEV_LOCATION_DESC_BODY_PDB_FIELDS)
+DEV_PDB_SERIALIZER(DEV_PORT_DESC_BODY, DEV_PORT_DESC_BODY_PDB_FIELDS)
+DEV_PDB_SERIALIZER(DEV_ELEMENT_DESC_BODY, DEV_ELEMENT_DESC_BODY_PDB_FIELDS)
+DEV_PDB_SERIALIZER(DEV_BASIC_INFO_BODY, DEV_BASIC_INFO_BODY_PDB_FIELDS)
+DEV_PDB_NO_AUTO_MATCH(DEV_LOCATION_DESC)
+DEV_PDB_NO_AUTO_MATCH(DEV_PORT_DESC)
+DEV_PDB_NO_AUTO_MATCH(DEV_ELEMENT_DESC)
+
+// The ports, owned here, then the names bound to them.
+#define DEV_PORT_TABLE_PDB_FIELDS(F) F(m_ports) F(m_by_name)
+DEV_PDB_SERIALIZER(DEV_PORT_TABLE, DEV_PORT_TABLE_PDB_FIELDS)

@@ -102,8 +102,13 @@ DEV_ATTRIBUTE_STATUS read_any(DEV_ATTRIBUTE_SYNTAX& syntax, const std::string& l
     return status;
 }
 
-template <typename RECORD, typename... KEYS>
-void write_all(const RECORD& record, const char* indent, std::string* out, DEV_ATTRIBUTE_KEY_LIST<KEYS...>);
+template <typename RECORD, typename SKIP, typename... KEYS>
+void write_all(const RECORD& record, const char* indent, std::string* out, SKIP& skip, DEV_ATTRIBUTE_KEY_LIST<KEYS...>);
+
+// Writes every key.
+struct WRITE_ALL_KEYS {
+    bool operator()(ASTR_KIND, int) const { return false; }
+};
 
 }  // namespace dev_attribute_detail
 
@@ -120,15 +125,16 @@ DEV_ATTRIBUTE_STATUS dev_attribute_read_any(DEV_ATTRIBUTE_SYNTAX& syntax, const 
                                           typename RECORD::attribute_keys());
 }
 
-// Appends the valid keys of KEY's kind, in key order, as "<indent>KEY = value" lines.
-template <typename KEY, typename RECORD>
-void dev_attribute_write_kind(const RECORD& record, const char* indent, std::string* out) {
+// Appends the valid keys of KEY's kind, in key order, as "<indent>KEY = value" lines, but
+// those for which skip(kind, key) holds.
+template <typename KEY, typename RECORD, typename SKIP = dev_attribute_detail::WRITE_ALL_KEYS>
+void dev_attribute_write_kind(const RECORD& record, const char* indent, std::string* out, SKIP&& skip = SKIP()) {
     typedef DEV_ATTRIBUTE_ACCESS<ASTR_KEY_TRAITS<KEY>::kind> ACCESS;
     const ASTR_KEY_TABLE& table = ASTR_KEY_TRAITS<KEY>::table();
     const std::string row_indent = std::string("\n") + indent + "\t";
     for (int k = 0; k < ASTR_KEY_TRAITS<KEY>::MAX; ++k) {
         const KEY key = static_cast<KEY>(k);
-        if (!ACCESS::is_valid(record, key)) continue;
+        if (!ACCESS::is_valid(record, key) || skip(ASTR_KEY_TRAITS<KEY>::kind, k)) continue;
         *out += indent;
         *out += table.debug_string(k);
         *out += " = ";
@@ -137,16 +143,17 @@ void dev_attribute_write_kind(const RECORD& record, const char* indent, std::str
     }
 }
 
-// Appends every kind of the record in dump order.
-template <typename RECORD>
-void dev_attribute_write(const RECORD& record, const char* indent, std::string* out) {
-    dev_attribute_detail::write_all(record, indent, out, typename RECORD::attribute_keys());
+// Appends every kind of the record in dump order (but the keys for which skip(kind, key)
+// holds).
+template <typename RECORD, typename SKIP = dev_attribute_detail::WRITE_ALL_KEYS>
+void dev_attribute_write(const RECORD& record, const char* indent, std::string* out, SKIP&& skip = SKIP()) {
+    dev_attribute_detail::write_all(record, indent, out, skip, typename RECORD::attribute_keys());
 }
 
-template <typename RECORD, typename... KEYS>
-void dev_attribute_detail::write_all(const RECORD& record, const char* indent, std::string* out,
+template <typename RECORD, typename SKIP, typename... KEYS>
+void dev_attribute_detail::write_all(const RECORD& record, const char* indent, std::string* out, SKIP& skip,
                                      DEV_ATTRIBUTE_KEY_LIST<KEYS...>) {
-    (dev_attribute_write_kind<KEYS>(record, indent, out), ...);
+    (dev_attribute_write_kind<KEYS>(record, indent, out, skip), ...);
 }
 
 #endif

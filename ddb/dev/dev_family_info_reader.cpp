@@ -81,9 +81,7 @@ void DEV_FAMILY_INFO_READER::report_bad_value(const char* record_kind, const cha
         DEV_INTERNAL_ERROR(message);
 }
 
-void DEV_FAMILY_INFO_READER::syntax_note(const std::string& line) {
-    DEV_DEBUG("%s", m_text.syntax_error_message(line).c_str());
-}
+void DEV_FAMILY_INFO_READER::syntax_note(const std::string& line) { m_text.note(m_text.syntax_error_message(line)); }
 
 // Blank or comment: only lines whose first non-blank character is "#", "|", "/" or none.
 bool DEV_FAMILY_INFO_READER::is_blank_or_comment(const std::string& line) {
@@ -210,7 +208,7 @@ void DEV_FAMILY_INFO_READER::read_outside(BLOCK& block, const std::string& line)
         m_include.group(1, name);
         FIO_PATH included;
         block.result = m_text.resolve_include(name, &included) && read_file(included);
-        if (!block.result) DEV_DEBUG("Failed loading included file %s", name.c_str());
+        if (!block.result) m_text.note("Failed loading included file " + name);
     } else if (word == "family" && m_family.match(line)) {
         m_family.group(1, name);
         block.family = dstr_get_dev_family_enum_by_string(name);

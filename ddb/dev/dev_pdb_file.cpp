@@ -6,6 +6,8 @@
 // header is inflated here (bounded) and the result handed to the segment.
 #include "dev_pdb_file.h"
 
+#include "dev_pdb_object.h"
+
 #include <zlib.h>
 
 #include <algorithm>
@@ -168,4 +170,19 @@ bool dev_pdb_read_file(const FIO_PATH& path, PDB_DDB_SEGMENT& segment, std::stri
     archive.close(true);
     if (!ok) error = full + ": " + segment.error();
     return ok;
+}
+
+// ---------------------------------------------------------------------------------------
+// Timing notes of the persistent device-data files (dev_pdb_object.h).
+
+double dev_pdb_seconds_since(std::chrono::steady_clock::time_point start) {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+void dev_pdb_note_timing(const DEV_PDB_WORDING& wording, bool writing, double seconds, const std::string& path) {
+    const char* format = writing ? wording.write_timing : wording.read_timing;
+    if (wording.timing_in_whole_seconds)
+        DEV_DEBUG(format, static_cast<int>(seconds), path.c_str());
+    else
+        DEV_DEBUG(format, seconds, path.c_str());
 }

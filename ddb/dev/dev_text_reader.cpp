@@ -76,22 +76,61 @@ bool DEV_TEXT_READER::resolve_include(const std::string& written, FIO_PATH* path
     return true;
 }
 
+namespace {
+
+// "Error at <source>, line <line> parsing file <file>, line number <n> - <message>".
+std::string located(const char* what, const char* source, int line, const DEV_TEXT_FILE& file,
+                    const std::string& message) {
+    return std::string(what) + " at " + msg_source_name(source) + ", line " + std::to_string(line) +
+           " parsing file " + file.path().full_path() + ", line number " + std::to_string(file.line_number()) + " - " +
+           message;
+}
+
+}  // namespace
+
+void DEV_TEXT_READER::diagnose(DEV_TEXT_DIAGNOSTIC::KIND kind, const std::string& message,
+                               std::vector<std::string> reports) {
+    const DEV_TEXT_FILE* file = current();
+    DEV_TEXT_DIAGNOSTICS::add(DEV_TEXT_DIAGNOSTIC{kind, file ? file->path().full_path() : std::string(),
+                                                  file ? file->line_number() : 0, message, std::move(reports)});
+}
+
 void DEV_TEXT_READER::error(const std::string& message, const char* source, int line) {
-    const std::string source_name = msg_source_name(source);
-    if (const DEV_TEXT_FILE* file = current())
-        DEV_DEBUG("Error at %s, line %d parsing file %s, line number %d - %s", source_name.c_str(), line,
-                  file->path().full_path().c_str(), file->line_number(), message.c_str());
-    MSG_INTERNAL_ERROR_report(message, "DEV", source_name.c_str(), line);
+    std::vector<std::string> reports;
+    if (const DEV_TEXT_FILE* file = current()) {
+        reports.push_back(located("Error", source, line, *file, message));
+        DEV_DEBUG("%s", reports.back().c_str());
+    }
+    MSG_INTERNAL_ERROR_report(message, "DEV", msg_source_name(source).c_str(), line);
+    reports.push_back(message);
+    diagnose(DEV_TEXT_DIAGNOSTIC::ERROR, message, std::move(reports));
 }
 
 void DEV_TEXT_READER::warning(const std::string& message, const char* source, int line) {
     const DEV_TEXT_FILE* file = current();
-    if (!file) {
-        DEV_DEBUG("%s", message.c_str());
-        return;
-    }
-    DEV_DEBUG("Warning at %s, line %d parsing file %s, line number %d - %s", msg_source_name(source).c_str(), line,
-              file->path().full_path().c_str(), file->line_number(), message.c_str());
+    const std::string text = file ? located("Warning", source, line, *file, message) : message;
+    DEV_DEBUG("%s", text.c_str());
+    diagnose(DEV_TEXT_DIAGNOSTIC::WARNING, message, {text});
+}
+
+void DEV_TEXT_READER::note(const std::string& message) {
+    DEV_DEBUG("%s", message.c_str());
+    diagnose(DEV_TEXT_DIAGNOSTIC::NOTE, message, {message});
+}
+
+// ---------------------------------------------------------------------------------------
+// Diagnostics
+
+namespace {
+DEV_TEXT_DIAGNOSTICS* innermost_diagnostics = nullptr;
+}
+
+DEV_TEXT_DIAGNOSTICS::DEV_TEXT_DIAGNOSTICS() : m_previous(innermost_diagnostics) { innermost_diagnostics = this; }
+
+DEV_TEXT_DIAGNOSTICS::~DEV_TEXT_DIAGNOSTICS() { innermost_diagnostics = m_previous; }
+
+void DEV_TEXT_DIAGNOSTICS::add(DEV_TEXT_DIAGNOSTIC diagnostic) {
+    if (innermost_diagnostics) innermost_diagnostics->m_diagnostics.push_back(std::move(diagnostic));
 }
 
 std::string DEV_TEXT_READER::syntax_error_message(const std::string& text) const {
@@ -113,14 +152,25 @@ DEV_TEXT_FILE::DEV_TEXT_FILE(DEV_TEXT_READER& reader, const FIO_PATH& path, cons
     // A directory is no file to read (the archive would open it and fail on the first read).
     if (!directory) m_open = m_archive.open(path, DEV_ARCHIVE::READ) && m_archive.good();
     if (m_open) return;
+    std::vector<std::string> texts;
     if (!exists && reports.missing_file) {
         std::string text(reports.missing_file);
         const size_t at = text.find("%s");
         if (at != std::string::npos) text.replace(at, 2, full);
         DEV_INTERNAL_ERROR(text);
+        texts.push_back(text);
     }
     if (directory) DEV_DEBUG("%s is a directory, not a file", full.c_str());
     DEV_INTERNAL_ERROR(reports.not_good);
+    texts.push_back(reports.not_good);
+    // The diagnostic stands at the include line that named the file, if one did.
+    const std::string why = !exists ? "no such file" : directory ? "it is a directory" : "it cannot be read";
+    const size_t depth = m_reader.m_files.size();
+    const DEV_TEXT_FILE* includer = depth > 1 ? m_reader.m_files[depth - 2] : nullptr;
+    DEV_TEXT_DIAGNOSTICS::add(DEV_TEXT_DIAGNOSTIC{DEV_TEXT_DIAGNOSTIC::ERROR,
+                                                  includer ? includer->path().full_path() : full,
+                                                  includer ? includer->line_number() : 0,
+                                                  "cannot read " + full + ": " + why, std::move(texts)});
 }
 
 DEV_TEXT_FILE::~DEV_TEXT_FILE() {

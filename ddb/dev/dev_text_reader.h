@@ -26,6 +26,7 @@
 #include <vector>
 
 #include "dev_archive_export.h"
+#include "dev_text_diagnostics.h"
 #include "host/fio.h"
 
 // How the path of an include line is found.
@@ -66,9 +67,12 @@ public:
     bool resolve_include(const std::string& written, FIO_PATH* path);
 
     // Located reports at the current file and line. The reporting source is the caller's.
+    // Each also becomes a DEV_TEXT_DIAGNOSTIC of the innermost DEV_TEXT_DIAGNOSTICS.
     void error(const std::string& message, const char* source = __builtin_FILE(), int line = __builtin_LINE());
     void warning(const std::string& message, const char* source = __builtin_FILE(),
                  int line = __builtin_LINE());
+    // A note of the format's own text on the debug channel, located for diagnostics.
+    void note(const std::string& message);
 
     // "Syntax error in file %s, line %d: %s" for `text` at the current position (the file
     // named without its directory).
@@ -76,6 +80,7 @@ public:
 
 private:
     friend class DEV_TEXT_FILE;
+    void diagnose(DEV_TEXT_DIAGNOSTIC::KIND kind, const std::string& message, std::vector<std::string> reports);
     // "a -> b -> c": the files being read, outermost first, then `next`.
     std::string chain_text(const std::string& next) const;
 

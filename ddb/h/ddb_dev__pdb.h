@@ -13,7 +13,10 @@
 
 #include "dev_enum_flag.h"
 #include "dev_export.h"
+#include "dev_basic_info_body.h"
 #include "dev_family_info.h"
+#include "dev_owned_vector.h"
+#include "dev_persistent.h"
 #include "dev_smart_value.h"
 #include "host/pdb_stl.h"
 
@@ -34,6 +37,25 @@ void pdb_xfr(PDB_DDB_SEGMENT& seg, DEV_ENUM_FLAG<ENUM, BITS>& flag) {
         if (seg.is_reading()) flag.set_word(i, w);
     }
 }
+
+// A list of owned records: each stored here under the number the links to it use.
+template <typename T>
+void pdb_xfr(PDB_DDB_SEGMENT& seg, DEV_OWNED_VECTOR<T>& v) {
+    size_t n = v.size();
+    if (!seg.xfr_count(n, 4)) return;
+    PDB_SEGMENT_BASE::stl_begin(seg);
+    if (seg.is_reading()) {
+        v.clear();
+        v.assign(n, nullptr);
+    }
+    for (size_t i = 0; i < n && !seg.failed(); ++i) pdb_xfr_numbered(seg, v[i]);
+}
+
+// A handle's owned body.
+template <typename HANDLE>
+struct DEV_PDB_HANDLE_ACCESS {
+    static typename HANDLE::body_type*& body(HANDLE& handle) { return handle.m_body; }
+};
 
 // A fixed array keyed by an enumeration.
 template <typename T, size_t N>
@@ -57,5 +79,13 @@ DEV_PDB_DECLARE(DEV_FAMILY_DESC)
 DEV_PDB_DECLARE(DEV_DEVICE_DESC)
 DEV_PDB_DECLARE(DEV_PART_DESC)
 DEV_PDB_DECLARE(DEV_FAMILY_INFO)
+DEV_PDB_DECLARE(DEV_LOCATION_DESC)
+DEV_PDB_DECLARE(DEV_LOCATION_DESC_BODY)
+DEV_PDB_DECLARE(DEV_PORT_DESC)
+DEV_PDB_DECLARE(DEV_PORT_DESC_BODY)
+DEV_PDB_DECLARE(DEV_ELEMENT_DESC)
+DEV_PDB_DECLARE(DEV_ELEMENT_DESC_BODY)
+DEV_PDB_DECLARE(DEV_PORT_TABLE)
+DEV_PDB_DECLARE(DEV_BASIC_INFO_BODY)
 
 #endif

@@ -93,6 +93,15 @@ struct DEV_ATTRIBUTE_ACCESS;
             *value = dev_attribute_slot(m_##k##_data, key);                                      \
             return true;                                                                         \
         }                                                                                        \
+        /* Same values and validity bits. */                                                    \
+        bool attributes_equal_##k(const CLASS& other) const {                                    \
+            return m_##k##_enum_is_valid == other.m_##k##_enum_is_valid && m_##k##_data == other.m_##k##_data; \
+        }                                                                                        \
+        /* Both arrays hold one slot per key (a table read from a file may not). */            \
+        bool attributes_sized_##k() const {                                                      \
+            return m_##k##_data.size() == static_cast<size_t>(KEYS::MAX) &&                      \
+                   m_##k##_enum_is_valid.size() == static_cast<size_t>(KEYS::MAX);               \
+        }                                                                                        \
                                                                                                  \
     protected:                                                                                   \
         STORE m_##k##_data;                                                                      \
@@ -113,6 +122,14 @@ struct DEV_ATTRIBUTE_ACCESS;
     template <>                                                                                  \
     struct DEV_ATTRIBUTE_ACCESS<KIND> {                                                          \
         typedef VALUE value_type;                                                                \
+        template <typename RECORD>                                                               \
+        static bool equal(const RECORD& a, const RECORD& b) {                                    \
+            return a.attributes_equal_##k(b);                                                    \
+        }                                                                                        \
+        template <typename RECORD>                                                               \
+        static bool sized(const RECORD& record) {                                                \
+            return record.attributes_sized_##k();                                                \
+        }                                                                                        \
         template <typename RECORD, typename KEY>                                                 \
         static bool is_valid(const RECORD& record, KEY key) {                                    \
             return record.is_valid_##k##_enum(key);                                              \
@@ -223,6 +240,20 @@ class DEV_ATTRIBUTE_TABLE : public DEV_ATTRIBUTE_KIND_TABLE<DECLS>... {
 
 public:
     typedef DEV_ATTRIBUTE_KEY_LIST<typename DEV_ATTRIBUTE_KEY_OF<DECLS>::key...> attribute_keys;
+
+    // Same values and validity bits in every kind.
+    bool attributes_equal(const DEV_ATTRIBUTE_TABLE& other) const {
+        return (DEV_ATTRIBUTE_ACCESS<ASTR_KEY_TRAITS<typename DEV_ATTRIBUTE_KEY_OF<DECLS>::key>::kind>::equal(
+                    static_cast<const DEV_ATTRIBUTE_KIND_TABLE<DECLS>&>(*this),
+                    static_cast<const DEV_ATTRIBUTE_KIND_TABLE<DECLS>&>(other)) &&
+                ...);
+    }
+    // Every kind's arrays hold one slot per key (checked after a persistent read).
+    bool attributes_sized() const {
+        return (DEV_ATTRIBUTE_ACCESS<ASTR_KEY_TRAITS<typename DEV_ATTRIBUTE_KEY_OF<DECLS>::key>::kind>::sized(
+                    static_cast<const DEV_ATTRIBUTE_KIND_TABLE<DECLS>&>(*this)) &&
+                ...);
+    }
 };
 
 #endif

@@ -17,7 +17,11 @@
 
 #include "dev_export.h"
 
+#include <type_traits>
+#include <utility>
+
 #include "dev_attribute_table.h"
+#include "dev_persistent.h"
 
 // Reports a handle's missing body (the reports name the source unit ddb/dev/dev_handle).
 DEV_EXPORT void dev_handle_report(const char* text);
@@ -101,11 +105,30 @@ public:
         return m_body;
     }
 
+    // Calls a read-only member of the body. Without a body: the missing-body report, then
+    // `fallback` (forward_or) or the result type's empty value (forward: null, 0, an empty
+    // string or list).
+    template <typename RESULT, typename... PARAMS, typename... ARGS>
+    RESULT forward_or(const std::remove_reference_t<RESULT>& fallback, RESULT (BODY::*method)(PARAMS...) const,
+                      ARGS&&... args) const {
+        const BODY* body = body_to_read();
+        return body ? (body->*method)(std::forward<ARGS>(args)...) : fallback;
+    }
+    template <typename RESULT, typename... PARAMS, typename... ARGS>
+    RESULT forward(RESULT (BODY::*method)(PARAMS...) const, ARGS&&... args) const {
+        return forward_or(dev_attribute_default<std::decay_t<RESULT>>(), method, std::forward<ARGS>(args)...);
+    }
+
 protected:
-    // A handle without a body yet (for handles whose loader creates it).
+    // A handle without a body yet (for handles whose loader creates it, and for the
+    // persistent store, which reads the body).
     DEV_HANDLE() : m_body(nullptr) {}
 
     BODY* m_body;
+
+private:
+    template <typename HANDLE>
+    friend struct DEV_PDB_HANDLE_ACCESS;
 };
 
 #endif

@@ -1,0 +1,73 @@
+// DEV_DEVICE_FACTORY: the table of aspect loaders and the opening of a device.
+#include "dev_device_factory.h"
+
+#include "dev_basic_info.h"
+#include "dev_family_info_mgr_body.h"
+#include "host/msg.h"
+#include "host/tables/dev_device_enum.h"
+#include "host/tables/dev_family_enum.h"
+#include "host/tables/dev_part_enum.h"
+
+namespace {
+
+// What the loaders know of the device being opened.
+struct OPENING {
+    DEV_DEVICE* device;
+    DEV_DEVICE_BODY* body;
+    DEV_DEVICE_ENUM device_enum;
+    DEV_FAMILY_ENUM family;
+    DEV_PART_ENUM part;  // DEV_PART_INVALID when opened for a device
+};
+
+void load_basic_info(OPENING& o) {
+    auto* body = new DEV_BASIC_INFO_BODY;
+    body->set_enum_data(DEV_BASIC_INFO_ENUM_DEVICE, o.device_enum);
+    body->set_enum_data(DEV_BASIC_INFO_ENUM_FAMILY, o.family);
+    if (o.part != DEV_PART_INVALID) body->set_enum_data(DEV_BASIC_INFO_ENUM_PART, o.part);
+    auto* basic_info = new DEV_BASIC_INFO(body);
+    if (!basic_info->load_data()) {
+        delete basic_info;
+        return;
+    }
+    basic_info->get_body()->set_initialized(true);
+    o.body->set_basic_info(basic_info);
+}
+
+struct ASPECT_LOADER {
+    unsigned aspect;
+    void (*load)(OPENING&);
+};
+
+// In the order of DEV_DEVICE_FACTORY::ASPECT.
+const ASPECT_LOADER LOADERS[] = {
+    {DEV_DEVICE_FACTORY::BASIC_INFO, load_basic_info},
+};
+
+DEV_DEVICE* open(DEV_DEVICE_ENUM device, DEV_PART_ENUM part, unsigned aspects) {
+    const DEV_FAMILY_INFO_MGR_BODY& store = *DEV_FAMILY_INFO_MGR_BODY::get_instance();
+    const DEV_DEVICE_DESC* record = store.find_desc_of(device);
+    auto* body = new DEV_DEVICE_BODY;
+    body->set_ace_info(nullptr);
+    body->set_part_info(nullptr);
+    OPENING o{new DEV_DEVICE(body), body, device, record ? record->get_family() : DEV_FAMILY_INVALID, part};
+    for (const ASPECT_LOADER& loader : LOADERS)
+        if (aspects & loader.aspect) loader.load(o);
+    return o.device;
+}
+
+}  // namespace
+
+DEV_DEVICE* DEV_DEVICE_FACTORY::create(DEV_DEVICE_ENUM device, unsigned aspects) {
+    if (!DEV_ASSERT_TEXT(device > DEV_DEVICE_INVALID && device <= DEV_DEVICE_GENERIC,
+                         "device > DEV_DEVICE_INVALID && device <= DEV_DEVICE_GENERIC"))
+        return nullptr;
+    return open(device, DEV_PART_INVALID, aspects);
+}
+
+DEV_DEVICE* DEV_DEVICE_FACTORY::create_for_part(DEV_PART_ENUM part, unsigned aspects) {
+    if (!DEV_ASSERT_TEXT(part > DEV_PART_INVALID && part < DEV_PART_GENERIC, "part > DEV_PART_INVALID && part < DEV_PART_GENERIC"))
+        return nullptr;
+    const DEV_PART_DESC* record = DEV_FAMILY_INFO_MGR_BODY::get_instance()->get_desc_of(part);
+    if (!record || record->get_device() <= DEV_DEVICE_INVALID || record->get_device() >= DEV_DEVICE_GENERIC) return nullptr;
+    return open(record->get_device(), part, aspects);
+}

@@ -1,0 +1,38 @@
+// DEV_DEVICE_FACTORY: opens a device with the aspects asked for. It creates the device body,
+// sets the basic info's enumerators (device, family, and the part when opened for a part),
+// calls each requested aspect's loader in the order below and installs what they loaded,
+// and always assigns the drawing-info and part-info fields. A missing aspect file is
+// reported by the aspect's loader and leaves that aspect null; the device is returned all
+// the same, and the caller deletes it. Only an enumerator out of range gives null.
+//
+// Aspects, in the order they are loaded (bits of `aspects`):
+//   BASIC_INFO           the device's HDR data ("hdr" file, DEV_BASIC_INFO::load_data)
+//   PAD_INFO             the device's pads ("pad" file)
+//   PKG_INFO             the part's package pins ("pkg" file; parts only)
+//   PART_INFO            the part's power supplies ("part_info" file; parts only)
+//   ROUTING_SWITCH_INFO  the device's routing switches ("rsi" file)
+//   ASM_INFO             the assembler's die data (after the basic info, which names it)
+#ifndef VELCORA_DEV_DEVICE_FACTORY_H
+#define VELCORA_DEV_DEVICE_FACTORY_H
+
+#include "dev_device.h"
+#include "dev_export.h"
+#include "host/dstr_fwd.h"
+
+class DEV_EXPORT DEV_DEVICE_FACTORY {
+public:
+    enum ASPECT : unsigned {
+        BASIC_INFO = 1u << 0,
+        PAD_INFO = 1u << 1,
+        PKG_INFO = 1u << 2,
+        PART_INFO = 1u << 3,
+        ROUTING_SWITCH_INFO = 1u << 4,
+        ASM_INFO = 1u << 5,
+        ALL = BASIC_INFO | PAD_INFO | PKG_INFO | PART_INFO | ROUTING_SWITCH_INFO | ASM_INFO
+    };
+
+    static DEV_DEVICE* create(DEV_DEVICE_ENUM device, unsigned aspects);
+    static DEV_DEVICE* create_for_part(DEV_PART_ENUM part, unsigned aspects);
+};
+
+#endif
