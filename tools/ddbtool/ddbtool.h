@@ -3,6 +3,7 @@
 #ifndef VELCORA_TOOLS_DDBTOOL_H
 #define VELCORA_TOOLS_DDBTOOL_H
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,8 @@ struct DDBTOOL_COMMAND {
     const char* usage;    // the command's full help text
     // Runs the command on its arguments (the command name excluded); answers the exit status.
     int (*run)(const std::vector<std::string>& args);
+    // Prints what the usage text adds from tables (null when nothing).
+    void (*more_usage)(std::FILE* out) = nullptr;
 };
 
 // Reports an error of `command` on stderr ("ddbtool <command>: <text>").
@@ -30,5 +33,7 @@ int ddbtool_catalogue(const std::vector<std::string>& args);
 extern const DDBTOOL_COMMAND DDBTOOL_CATALOGUE;
 int ddbtool_check(const std::vector<std::string>& args);
 extern const DDBTOOL_COMMAND DDBTOOL_CHECK;
+int ddbtool_device(const std::vector<std::string>& args);
+extern const DDBTOOL_COMMAND DDBTOOL_DEVICE;
 
 #endif

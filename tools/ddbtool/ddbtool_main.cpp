@@ -9,18 +9,19 @@
 
 namespace {
 
-const DDBTOOL_COMMAND* const kCommands[] = {&DDBTOOL_CAT, &DDBTOOL_PACK, &DDBTOOL_CATALOGUE, &DDBTOOL_CHECK};
+const DDBTOOL_COMMAND* const COMMANDS[] = {&DDBTOOL_CAT, &DDBTOOL_PACK, &DDBTOOL_CATALOGUE, &DDBTOOL_DEVICE,
+                                           &DDBTOOL_CHECK};
 
 void print_tool_usage(std::FILE* out) {
     std::fprintf(out,
                  "usage: ddbtool COMMAND [ARGS...]\n"
                  "       ddbtool COMMAND --help\n\n"
                  "Commands:\n");
-    for (const DDBTOOL_COMMAND* c : kCommands) std::fprintf(out, "  %-8s %s\n", c->name, c->summary);
+    for (const DDBTOOL_COMMAND* c : COMMANDS) std::fprintf(out, "  %-8s %s\n", c->name, c->summary);
 }
 
 const DDBTOOL_COMMAND* find_command(const std::string& name) {
-    for (const DDBTOOL_COMMAND* c : kCommands)
+    for (const DDBTOOL_COMMAND* c : COMMANDS)
         if (name == c->name) return c;
     return nullptr;
 }
@@ -34,7 +35,10 @@ void ddbtool_error(const char* command, const std::string& text) {
 
 bool ddbtool_is_help(const std::string& arg) { return arg == "--help" || arg == "-h"; }
 
-void ddbtool_print_usage(const DDBTOOL_COMMAND& command) { std::fputs(command.usage, stdout); }
+void ddbtool_print_usage(const DDBTOOL_COMMAND& command) {
+    std::fputs(command.usage, stdout);
+    if (command.more_usage) command.more_usage(stdout);
+}
 
 int main(int argc, char** argv) {
     if (argc < 2) {
