@@ -97,6 +97,10 @@ public:
                            FIO_PATH* pdb_path) const;
     bool write_data_to_pdb(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, const FIO_PATH* explicit_path,
                            int compression_level);
+    // After a failed write_data_to_pdb or write_family_data: the file and the failed step
+    // with the system's reason ("<path>: write failed: No space left on device"); the
+    // previous file is then unchanged. Empty after a successful write.
+    const std::string& last_write_error() const { return m_write_error; }
     // Part traits derived from the loaded catalogue.
     void generate_part_support_traits();
     void generate_fastest_part_traits();
@@ -136,6 +140,7 @@ private:
     // The file and line the text reader is at (null path outside a read), for messages.
     const FIO_PATH* m_reading_path = nullptr;
     int m_reading_line = 0;
+    std::string m_write_error;
 };
 
 #endif

@@ -248,9 +248,13 @@ bool DEV_FAMILY_INFO_MGR_BODY::write_data_to_pdb(DEV_FAMILY_ENUM family, DEV_FAM
     PDB_DDB_SEGMENT segment(true);
     segment << *storage;
     std::string error;
+    m_write_error.clear();
     if (!dev_pdb_write_file(segment, path, compression_level, error)) {
         DEV_DEBUG("%s", error.c_str());
-        DEV_INTERNAL_ERROR((std::string("Failed opening ") + full).c_str());
+        m_write_error = error;
+        // A file that could not be created is "Failed opening"; a later step names itself.
+        const bool at_open = error.find(": open failed: ") == full.size();
+        DEV_INTERNAL_ERROR(at_open ? "Failed opening " + full : "Failed writing " + error);
         return false;
     }
     if (cfg_is_on("dev_debug_family_info", false)) {

@@ -66,9 +66,12 @@ void DEV_FAMILY_INFO_MGR_BODY::write_part_desc(DEV_ARCHIVE* archive, DEV_PART_DE
 bool DEV_FAMILY_INFO_MGR_BODY::write_family_data(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type,
                                                  const FIO_PATH& path, int compression_level) {
     if (!DEV_ASSERT((family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX))) return false;
+    m_write_error.clear();
     DEV_ARCHIVE archive(compression_level);
     if (!archive.open(path, DEV_ARCHIVE::WRITE) || !archive.is_open()) {
+        m_write_error = path.full_path() + ": " + archive.write_error();
         DEV_DEBUG("Failed opening %s", path.full_path().c_str());
+        archive.close(true);
         return false;
     }
     const char* rule = "#######################################################\n";
@@ -108,7 +111,13 @@ bool DEV_FAMILY_INFO_MGR_BODY::write_family_data(DEV_FAMILY_ENUM family, DEV_FAM
     }
     if (storage.m_family_data.empty() && storage.m_device_data.empty() && storage.m_part_data.empty())
         archive.sprintf("\n### (none of the requested data was loaded - nothing to write) ###\n");
+    // The dump replaces the previous file only when complete.
     archive.close(true);
+    if (!archive.write_ok()) {
+        m_write_error = path.full_path() + ": " + archive.write_error();
+        DEV_DEBUG("Failed writing %s", m_write_error.c_str());
+        return false;
+    }
     DEV_DEBUG("Wrote ASCII file %s", path.full_path().c_str());
     return true;
 }
