@@ -21,9 +21,15 @@ void write_key_lines(DEV_ARCHIVE* archive, const DESC& desc) {
         case DEV_FI_INT:
             archive->sprintf("\t%s = %d\n", k.key, k.get_int(desc));
             break;
-        case DEV_FI_STRING:
-            if (!k.get_string(desc).empty()) archive->sprintf("\t%s = \"%s\"\n", k.key, k.get_string(desc).c_str());
+        case DEV_FI_STRING: {
+            // Written whole: a value may hold a NUL byte, where "%s" would cut it short.
+            const std::string& value = k.get_string(desc);
+            if (value.empty()) break;
+            archive->sprintf("\t%s = \"", k.key);
+            archive->write(value.data(), value.size());
+            archive->sprintf("\"\n");
             break;
+        }
         case DEV_FI_TRAIT:
         case DEV_FI_LIST: {
             const DSTR_TABLE& names = k.table();
