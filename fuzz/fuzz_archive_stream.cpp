@@ -92,7 +92,8 @@ void check_consistent(const READ_BACK& r) {
     if (!r.compressed || r.characters.size() == r.blocks.size()) {
         FUZZ_CHECK(r.characters == r.blocks, "get and read deliver different bytes");
     } else {
-        FUZZ_CHECK(r.characters.size() + 1 == r.blocks.size() && r.blocks.compare(0, r.characters.size(), r.characters) == 0,
+        FUZZ_CHECK(r.characters.size() + 1 == r.blocks.size() &&
+                       r.blocks.compare(0, r.characters.size(), r.characters) == 0,
                    "get misses more than the compressed stream's last byte");
     }
 }
@@ -131,7 +132,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     writer.close(true);
     FUZZ_CHECK(writer.write_ok(), "writing to the scratch directory failed");
-    if (level == ZLIB_NO_COMPRESSION) FUZZ_CHECK(fuzz::read_file(path) == payload, "a plain write changed the bytes");
+    if (level == ZLIB_NO_COMPRESSION)
+        FUZZ_CHECK(fuzz::read_file(path) == payload, "a plain write changed the bytes");
     const READ_BACK written = read_three_ways(path);
     check_consistent(written);
     // A plain payload that is itself a zlib stream reads as that stream's content: the

@@ -29,7 +29,8 @@ std::string wrapped(const std::string& payload) {
     put_le(out, 1, 2);
     put_le(out, 0, 2);
     put_le(out, payload.size(), 8);
-    put_le(out, crc32(0L, reinterpret_cast<const Bytef*>(payload.data()), static_cast<uInt>(payload.size())), 4);
+    put_le(out, crc32(0L, reinterpret_cast<const Bytef*>(payload.data()), static_cast<uInt>(payload.size())),
+           4);
     return out + payload;
 }
 

@@ -31,20 +31,24 @@ const ASTR_KEY_TABLE* pick(const ASTR_KEY_TABLE* const* tables, unsigned count, 
 
 const ASTR_KEY_TABLE& table_2d(unsigned selector, int& key) {
     const ASTR_KEY_TABLE* const tables[] = {
-        &astr_table_dev_basic_info_2d_int_data(),     &astr_table_dev_element_desc_2d_int_data(),
-        &astr_table_dev_io_standard_desc_2d_int_data(), &astr_table_dev_pad_2d_int_data(),
-        &astr_table_dev_pad_info_2d_int_data(),       &astr_table_dev_part_info_2d_int_data(),
+        &astr_table_dev_basic_info_2d_int_data(),        &astr_table_dev_element_desc_2d_int_data(),
+        &astr_table_dev_io_standard_desc_2d_int_data(),  &astr_table_dev_pad_2d_int_data(),
+        &astr_table_dev_pad_info_2d_int_data(),          &astr_table_dev_part_info_2d_int_data(),
         &astr_table_dev_power_supply_desc_2d_int_data(), &astr_table_dev_routing_switch_desc_2d_int_data()};
     return *pick(tables, sizeof tables / sizeof tables[0], selector, key);
 }
 
 const ASTR_KEY_TABLE& table_int(unsigned selector, int& key) {
-    const ASTR_KEY_TABLE* const tables[] = {
-        &astr_table_dev_basic_info_int_data(), &astr_table_dev_basic_info_enum_data(),
-        &astr_table_dev_element_desc_int_data(), &astr_table_dev_io_rule_int_data(),
-        &astr_table_dev_io_standard_desc_int_data(), &astr_table_dev_pad_int_data(),
-        &astr_table_dev_pad_info_int_data(), &astr_table_dev_part_info_enum_data(),
-        &astr_table_dev_pin_int_data(), &astr_table_dev_power_supply_desc_enum_data()};
+    const ASTR_KEY_TABLE* const tables[] = {&astr_table_dev_basic_info_int_data(),
+                                            &astr_table_dev_basic_info_enum_data(),
+                                            &astr_table_dev_element_desc_int_data(),
+                                            &astr_table_dev_io_rule_int_data(),
+                                            &astr_table_dev_io_standard_desc_int_data(),
+                                            &astr_table_dev_pad_int_data(),
+                                            &astr_table_dev_pad_info_int_data(),
+                                            &astr_table_dev_part_info_enum_data(),
+                                            &astr_table_dev_pin_int_data(),
+                                            &astr_table_dev_power_supply_desc_enum_data()};
     return *pick(tables, sizeof tables / sizeof tables[0], selector, key);
 }
 
@@ -66,14 +70,16 @@ std::string double_text(double v, const char* format) {
 }
 
 bool same_bits(const std::vector<double>& a, const std::vector<double>& b) {
-    return a.size() == b.size() && (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(double)) == 0);
+    return a.size() == b.size() &&
+           (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(double)) == 0);
 }
 
 void check_integer(const std::string& text) {
     int value = 0;
     if (!dev_string_to_int(text, value)) return;
     int again = value ^ 1;
-    FUZZ_CHECK(dev_string_to_int(std::to_string(value), again) && again == value, "an integer does not read back");
+    FUZZ_CHECK(dev_string_to_int(std::to_string(value), again) && again == value,
+               "an integer does not read back");
 }
 
 void check_integer_list(const std::string& text) {
@@ -91,7 +97,8 @@ void check_double_list(const std::string& text) {
     for (double v : values)
         if (!std::isfinite(v)) return;
     const std::string exact = list_text(values, [](double v) { return double_text(v, "%.17g"); });
-    FUZZ_CHECK(dev_string_to_vec_double(exact, again) && same_bits(again, values), "a double list does not read back");
+    FUZZ_CHECK(dev_string_to_vec_double(exact, again) && same_bits(again, values),
+               "a double list does not read back");
     const std::string dumped = list_text(values, [](double v) { return double_text(v, "%g"); });
     FUZZ_CHECK(dev_string_to_vec_double(dumped, again), "a dumped double list does not read");
     const std::string redumped = list_text(again, [](double v) { return double_text(v, "%g"); });

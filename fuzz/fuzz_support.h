@@ -18,13 +18,13 @@
 #include "host/msg.h"
 
 // A broken property: reported and aborted, so libFuzzer keeps the input as a crash.
-#define FUZZ_CHECK(cond, what)                                                                   \
-    do {                                                                                         \
-        if (!(cond)) {                                                                           \
-            std::fprintf(stderr, "fuzz property broken at %s:%d: %s\n  (%s)\n", __FILE__, __LINE__, \
-                         what, #cond);                                                           \
-            std::abort();                                                                        \
-        }                                                                                        \
+#define FUZZ_CHECK(cond, what)                                                                            \
+    do {                                                                                                  \
+        if (!(cond)) {                                                                                    \
+            std::fprintf(stderr, "fuzz property broken at %s:%d: %s\n  (%s)\n", __FILE__, __LINE__, what, \
+                         #cond);                                                                          \
+            std::abort();                                                                                 \
+        }                                                                                                 \
     } while (0)
 
 namespace fuzz {

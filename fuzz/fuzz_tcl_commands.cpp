@@ -21,11 +21,11 @@ extern "C" int Ddb_Init(Tcl_Interp* interp);
 
 namespace {
 
-const char* const kCommands[] = {
-    "get_family_list", "enumerate_family_traits", "test_family_trait_of", "report_family_info",
-    "get_part_list",   "report_part_info",        "report_device_info",   "test_part_trait_of",
-    "get_part_info",   "get_family_info",         "get_dstr_string",      "test_device_trait_of",
-    "get_temperature_option"};
+const char* const kCommands[] = {"get_family_list",       "enumerate_family_traits", "test_family_trait_of",
+                                 "report_family_info",    "get_part_list",           "report_part_info",
+                                 "report_device_info",    "test_part_trait_of",      "get_part_info",
+                                 "get_family_info",       "get_dstr_string",         "test_device_trait_of",
+                                 "get_temperature_option"};
 constexpr size_t kMaxWords = 16;
 
 Tcl_Interp* g_interp = nullptr;
@@ -34,7 +34,9 @@ struct ANSWER {
     int code;
     std::string result;
     std::string printed;
-    bool operator==(const ANSWER& o) const { return code == o.code && result == o.result && printed == o.printed; }
+    bool operator==(const ANSWER& o) const {
+        return code == o.code && result == o.result && printed == o.printed;
+    }
 };
 
 void eval_or_abort(const char* script) {
@@ -62,7 +64,8 @@ void set_up_interpreter() {
         set ::capture::chan [chan create write ::capture]
         fconfigure $::capture::chan -buffering none -translation lf -encoding utf-8
     )");
-    Tcl_SetStdChannel(Tcl_GetChannel(g_interp, Tcl_GetVar(g_interp, "::capture::chan", 0), nullptr), TCL_STDOUT);
+    Tcl_SetStdChannel(Tcl_GetChannel(g_interp, Tcl_GetVar(g_interp, "::capture::chan", 0), nullptr),
+                      TCL_STDOUT);
     if (Ddb_Init(g_interp) != TCL_OK) {
         std::fprintf(stderr, "Ddb_Init failed: %s\n", Tcl_GetStringResult(g_interp));
         std::abort();
@@ -72,7 +75,8 @@ void set_up_interpreter() {
 ANSWER run(const std::vector<Tcl_Obj*>& words) {
     Tcl_SetVar(g_interp, "::capture::data", "", TCL_GLOBAL_ONLY);
     const int code = Tcl_EvalObjv(g_interp, static_cast<int>(words.size()), words.data(), TCL_EVAL_GLOBAL);
-    ANSWER answer{code, Tcl_GetStringResult(g_interp), Tcl_GetVar(g_interp, "::capture::data", TCL_GLOBAL_ONLY)};
+    ANSWER answer{code, Tcl_GetStringResult(g_interp),
+                  Tcl_GetVar(g_interp, "::capture::data", TCL_GLOBAL_ONLY)};
     Tcl_ResetResult(g_interp);
     return answer;
 }
@@ -89,7 +93,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     fuzz::quiet_reports().clear();
     std::vector<Tcl_Obj*> words;
     words.push_back(Tcl_NewStringObj((std::string("::velcora::device::") +
-                                      kCommands[data[0] % (sizeof kCommands / sizeof kCommands[0])]).c_str(), -1));
+                                      kCommands[data[0] % (sizeof kCommands / sizeof kCommands[0])])
+                                         .c_str(),
+                                     -1));
     const char* p = reinterpret_cast<const char*>(data) + 1;
     const char* const end = reinterpret_cast<const char*>(data) + size;
     while (p < end && words.size() <= kMaxWords) {
@@ -101,7 +107,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (Tcl_Obj* w : words) Tcl_IncrRefCount(w);
 
     const ANSWER first = run(words);
-    FUZZ_CHECK(first.code == TCL_OK || first.code == TCL_ERROR, "a command answered neither TCL_OK nor TCL_ERROR");
+    FUZZ_CHECK(first.code == TCL_OK || first.code == TCL_ERROR,
+               "a command answered neither TCL_OK nor TCL_ERROR");
     FUZZ_CHECK(first.code == TCL_OK || !first.result.empty(), "a command failed without a message");
     FUZZ_CHECK(run(words) == first, "the same command answered differently the second time");
 

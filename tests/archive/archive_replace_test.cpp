@@ -72,7 +72,8 @@ std::vector<std::string> names_in(const std::string& directory) {
     std::vector<std::string> names;
     if (DIR* d = opendir(directory.c_str())) {
         while (dirent* e = readdir(d))
-            if (std::strcmp(e->d_name, ".") != 0 && std::strcmp(e->d_name, "..") != 0) names.push_back(e->d_name);
+            if (std::strcmp(e->d_name, ".") != 0 && std::strcmp(e->d_name, "..") != 0)
+                names.push_back(e->d_name);
         closedir(d);
     }
     return names;
@@ -174,14 +175,16 @@ TEST(ArchiveReplace, FailedWriteThroughDdbtoolKeepsThePreviousFileAndSaysWhy) {
     const std::vector<std::vector<std::string>> commands = {
         {"pack", "--level", "0", input, out},
         {"pack", "--level", "9", input, out},
-        {"catalogue", "compile", "--text", text, "--family", "all", "--type", "info", "--level", "1", "--out", out},
+        {"catalogue", "compile", "--text", text, "--family", "all", "--type", "info", "--level", "1", "--out",
+         out},
         {"catalogue", "dump", "--family", "all", text, out},
     };
     for (const auto& args : commands) {
         ChildRun run = ddbtool_with_file_size_limit(args);
         const std::string name = args[0] + " " + args[1];
         EXPECT_EQ(run.status, 1) << name << "\n" << run.output;
-        EXPECT_TRUE(contains(run.output, "ddbtool " + args[0] + ": " + out + ": " + why)) << name << "\n" << run.output;
+        EXPECT_TRUE(contains(run.output, "ddbtool " + args[0] + ": " + out + ": " + why)) << name << "\n"
+                                                                                          << run.output;
         EXPECT_FALSE(contains(run.output, "Failed opening")) << name << "\n" << run.output;
         EXPECT_TRUE(read_file(out) == kPrevious) << name;
         EXPECT_EQ(names_in(dir.path()).size(), 2u) << name;
