@@ -5,7 +5,14 @@ PRESETS := release asan
 BUILD_RELEASE := build/release
 DDBTOOL := $(BUILD_RELEASE)/tools/ddbtool
 
-.PHONY: all deps configure build build-asan test test-release test-asan run bench install clean
+# make fuzz: every fuzz harness for FUZZ_SECONDS each (FUZZ_JOBS at once, FUZZ_TARGETS to pick
+# some); new inputs and crashes go to build/fuzz/findings, never to the committed corpora.
+FUZZ_SECONDS ?= 60
+FUZZ_JOBS ?= 1
+FUZZ_TIMEOUT ?= 30
+FUZZ_TARGETS ?=
+
+.PHONY: all deps configure build build-asan build-fuzz test test-release test-asan test-fuzz fuzz run bench install clean
 
 all: build
 
@@ -21,6 +28,7 @@ build/asan/build.ninja: deps
 configure: deps
 	cmake --preset release
 	cmake --preset asan
+	cmake --preset fuzz
 
 build: deps
 	cmake --preset release
@@ -36,8 +44,21 @@ test-release: build
 test-asan: build-asan
 	ctest --preset asan
 
-# Both builds, every test; a sanitizer report aborts its test and fails the run.
-test: test-release test-asan
+build-fuzz: deps
+	cmake --preset fuzz
+	cmake --build --preset fuzz
+
+# Each harness about 20 seconds over its committed corpus, from no earlier findings.
+test-fuzz: build-fuzz
+	fuzz/run.sh --build build/fuzz --seconds 20 --jobs 2 --scratch build/fuzz/test-findings --fresh
+
+# Both builds, every test, then a short pass of every fuzz harness; a sanitizer report or a
+# fuzz finding fails the run.
+test: test-release test-asan test-fuzz
+
+fuzz: build-fuzz
+	fuzz/run.sh --build build/fuzz --seconds $(FUZZ_SECONDS) --jobs $(FUZZ_JOBS) --timeout $(FUZZ_TIMEOUT) \
+	    --scratch build/fuzz/findings $(FUZZ_TARGETS)
 
 run: build
 	@echo "== The bundled installation: $(CURDIR)/$(BUILD_RELEASE)/velcora"

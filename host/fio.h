@@ -4,6 +4,7 @@
 
 #include "host/host_export.h"
 
+#include <cstdio>
 #include <string>
 
 // A path split into directory, base name and extension. The extension is the text after
@@ -60,6 +61,22 @@ public:
     // The absolute path with ".", ".." and symbolic links resolved as far as the path exists
     // (one spelling per file, for telling whether two paths name the same file).
     static std::string canonical(const std::string& path);
+
+    // Replacing a file without ever leaving it half written: write a temporary file beside
+    // the target, make it durable, then rename it over the target. Each step answers false
+    // with the system's reason (strerror's text) in `reason`.
+    //
+    // Creates a new file of a unique name in the directory of `target` (of the file it
+    // names, when `target` is a symbolic link) and opens it for writing; `temporary`
+    // receives its path. It gets the target's permissions, or those of a new file. A target
+    // that exists but is neither a regular file nor a directory (a device, a pipe) cannot
+    // be replaced: it is then opened for writing itself and `temporary` is left empty.
+    static std::FILE* create_beside(const std::string& target, std::string& temporary, std::string& reason);
+    // Hands the stream's buffered bytes to the system and waits until they are on disk.
+    static bool sync(std::FILE* file, std::string& reason);
+    // Renames `from` over `to` in one step (through a symbolic link `to` onto the file it
+    // names), then makes the directory entry durable.
+    static bool rename_over(const std::string& from, const std::string& to, std::string& reason);
 };
 
 #endif

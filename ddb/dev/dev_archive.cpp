@@ -2,6 +2,7 @@
 #include "dev_archive_export.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdarg>
 #include <cstdlib>
 #include <cstring>
@@ -30,6 +31,9 @@ std::FILE* open_file(const std::string& name, const char* mode) {
     if (f) std::setvbuf(f, nullptr, _IOFBF, kStdioBuffer);
     return f;
 }
+
+// The system's reason for the last failed call.
+std::string last_reason() { return errno != 0 ? std::strerror(errno) : "input/output error"; }
 
 int64_t now_seconds() { return static_cast<int64_t>(std::time(nullptr)); }
 
@@ -70,10 +74,15 @@ bool DEV_ARCHIVE::open(const FIO_PATH& path, int io_type) {
     m_start_time = now_seconds();
     const std::string full = m_path.full_path();
 
+    m_write_failed = false;
+    m_write_error.clear();
     if (io_type == WRITE) {
-        m_write_failed = false;
-        m_output_file = open_file(full, "wb");
-        if (!m_output_file) m_write_failed = true;
+        std::string reason;
+        m_output_file = FIO_FILE_SYSTEM::create_beside(full, m_temporary_path, reason);
+        if (m_output_file)
+            std::setvbuf(m_output_file, nullptr, _IOFBF, kStdioBuffer);
+        else
+            write_failed("open", reason);
         if (m_compression_level == ZLIB_NO_COMPRESSION) return true;
         m_compressor.next_in = Z_NULL;
         m_compressor.avail_in = 0;
@@ -128,8 +137,7 @@ void DEV_ARCHIVE::close(bool quiet) {
     const bool compressed = m_compression_level != ZLIB_NO_COMPRESSION;
     if (m_io_type == WRITE) {
         flush();
-        if (m_output_file) std::fclose(m_output_file);
-        m_output_file = nullptr;
+        finish_write(true);
         if (compressed) deflateEnd(&m_compressor);
         if (!quiet)
             note_timing("writing", seconds, m_path.full_path(), compressed, m_compressor.total_in,
@@ -144,12 +152,47 @@ void DEV_ARCHIVE::close(bool quiet) {
     } else if (m_io_type != CLOSED) {
         DEV_INTERNAL_ERROR("Illegal io type encounter.");
     }
+    reset_closed();
+}
+
+void DEV_ARCHIVE::reset_closed() {
     m_path.clear();
     m_io_type = CLOSED;
     m_end_reached = false;
     m_exhausted = false;
     init_zstream(m_compressor);
     reset_output();
+}
+
+void DEV_ARCHIVE::discard() {
+    if (m_io_type != WRITE) {
+        close(true);
+        return;
+    }
+    finish_write(false);
+    if (m_compression_level != ZLIB_NO_COMPRESSION) deflateEnd(&m_compressor);
+    reset_closed();
+}
+
+// Ends the write: the finished file is made durable and renamed over the path when `keep`
+// is set and every step so far succeeded; otherwise the file beside the path is removed.
+void DEV_ARCHIVE::finish_write(bool keep) {
+    if (!m_output_file) return;
+    std::string reason;
+    if (keep && !m_write_failed && !FIO_FILE_SYSTEM::sync(m_output_file, reason)) write_failed("write", reason);
+    errno = 0;
+    if (std::fclose(m_output_file) != 0 && keep) write_failed("write", last_reason());
+    m_output_file = nullptr;
+    if (m_temporary_path.empty()) return;
+    if (keep && !m_write_failed && !FIO_FILE_SYSTEM::rename_over(m_temporary_path, m_path.full_path(), reason))
+        write_failed("rename", reason);
+    if (!keep || m_write_failed) FIO_FILE_SYSTEM::remove(m_temporary_path);
+    m_temporary_path.clear();
+}
+
+void DEV_ARCHIVE::write_failed(const char* step, const std::string& reason) {
+    if (!m_write_failed) m_write_error = std::string(step) + " failed: " + reason;
+    m_write_failed = true;
 }
 
 // ---------------------------------------------------------------------------------------
@@ -386,8 +429,14 @@ bool DEV_ARCHIVE::getline_across_blocks(std::string& line, char delimiter, bool 
 // Writing
 
 void DEV_ARCHIVE::write_block(const void* data, size_t size) {
-    if (size == 0) return;
-    if (!m_output_file || std::fwrite(data, 1, size, m_output_file) != size) m_write_failed = true;
+    // After a failure nothing more is written: the file beside the path will be removed.
+    if (size == 0 || m_write_failed) return;
+    if (!m_output_file) {
+        write_failed("write", "the file is not open");
+        return;
+    }
+    errno = 0;
+    if (std::fwrite(data, 1, size, m_output_file) != size) write_failed("write", last_reason());
 }
 
 void DEV_ARCHIVE::write_output(size_t count) {
@@ -409,7 +458,7 @@ bool DEV_ARCHIVE::deflate_bytes(const void* data, size_t size) {
                 // Only a stream that was never set up or already finished gets here.
                 DEV_DEBUG("zlib_deflate() returned error: %d", result);
                 m_compressor.avail_in = 0;
-                m_write_failed = true;
+                write_failed("write", "compression error " + std::to_string(result));
                 return false;
             }
         }
@@ -461,7 +510,7 @@ void DEV_ARCHIVE::flush() {
         write_output(kBlock - m_compressor.avail_out);
         if (result < 0) {
             DEV_DEBUG("zlib_deflate() returned error: %d", result);
-            m_write_failed = true;
+            write_failed("write", "compression error " + std::to_string(result));
             break;
         }
     } while (result != Z_STREAM_END);

@@ -263,9 +263,13 @@ bool DEV_FAMILY_INFO_PDB::write(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE typ
     PDB_DDB_SEGMENT segment(true);
     segment << *storage;
     std::string error;
+    m_store.set_last_write_error("");
     if (!dev_pdb_write_file(segment, path, compression_level, error)) {
         DEV_DEBUG("%s", error.c_str());
-        DEV_INTERNAL_ERROR((std::string("Failed opening ") + full).c_str());
+        m_store.set_last_write_error(error);
+        // A file that could not be created is "Failed opening"; a later step names itself.
+        const bool at_open = error.find(": open failed: ") == full.size();
+        DEV_INTERNAL_ERROR(at_open ? "Failed opening " + full : "Failed writing " + error);
         return false;
     }
     if (cfg_is_on("dev_debug_family_info", false)) {

@@ -23,9 +23,15 @@ void write_key_lines(DEV_ARCHIVE* archive, const DESC& desc) {
         case DEV_FI_INT:
             archive->sprintf("\t%s = %d\n", k.key, k.get_int(desc));
             break;
-        case DEV_FI_STRING:
-            if (!k.get_string(desc).empty()) archive->sprintf("\t%s = \"%s\"\n", k.key, k.get_string(desc).c_str());
+        case DEV_FI_STRING: {
+            // Written whole: a value may hold a NUL byte, where "%s" would cut it short.
+            const std::string& value = k.get_string(desc);
+            if (value.empty()) break;
+            archive->sprintf("\t%s = \"", k.key);
+            archive->write(value.data(), value.size());
+            archive->sprintf("\"\n");
             break;
+        }
         case DEV_FI_TRAIT:
         case DEV_FI_LIST: {
             const DSTR_TABLE& names = k.table();
@@ -58,19 +64,25 @@ void write_part_lines(DEV_ARCHIVE* archive, const DEV_PART_DESC& desc) {
 
 class DEV_FAMILY_INFO_WRITER {
 public:
-    explicit DEV_FAMILY_INFO_WRITER(const DEV_FAMILY_INFO_MGR_BODY& store) : m_store(store) {}
+    // A failed write leaves the file and the failed step in `write_error`.
+    DEV_FAMILY_INFO_WRITER(const DEV_FAMILY_INFO_MGR_BODY& store, std::string& write_error)
+        : m_store(store), m_write_error(write_error) {}
     bool write(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, const FIO_PATH& path, int compression_level);
 
 private:
     const DEV_FAMILY_INFO_MGR_BODY& m_store;
+    std::string& m_write_error;
 };
 
 bool DEV_FAMILY_INFO_WRITER::write(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, const FIO_PATH& path,
                                    int compression_level) {
     if (!DEV_ASSERT((family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX))) return false;
+    m_write_error.clear();
     DEV_ARCHIVE archive(compression_level);
     if (!archive.open(path, DEV_ARCHIVE::WRITE) || !archive.is_open()) {
+        m_write_error = path.full_path() + ": " + archive.write_error();
         DEV_DEBUG("Failed opening %s", path.full_path().c_str());
+        archive.close(true);
         return false;
     }
     const char* rule = "#######################################################\n";
@@ -110,7 +122,13 @@ bool DEV_FAMILY_INFO_WRITER::write(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE 
     }
     if (storage.m_family_data.empty() && storage.m_device_data.empty() && storage.m_part_data.empty())
         archive.sprintf("\n### (none of the requested data was loaded - nothing to write) ###\n");
+    // The dump replaces the previous file only when complete.
     archive.close(true);
+    if (!archive.write_ok()) {
+        m_write_error = path.full_path() + ": " + archive.write_error();
+        DEV_DEBUG("Failed writing %s", m_write_error.c_str());
+        return false;
+    }
     DEV_DEBUG("Wrote ASCII file %s", path.full_path().c_str());
     return true;
 }
@@ -134,5 +152,5 @@ void DEV_FAMILY_INFO_MGR_BODY::write_part_desc(DEV_ARCHIVE* archive, DEV_PART_DE
 
 bool DEV_FAMILY_INFO_MGR_BODY::write_family_data(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type,
                                                  const FIO_PATH& path, int compression_level) {
-    return DEV_FAMILY_INFO_WRITER(*this).write(family, type, path, compression_level);
+    return DEV_FAMILY_INFO_WRITER(*this, m_write_error).write(family, type, path, compression_level);
 }

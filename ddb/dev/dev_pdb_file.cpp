@@ -98,21 +98,27 @@ bool dev_pdb_write_file(PDB_DDB_SEGMENT& segment, const FIO_PATH& path, int comp
         error = full + ": compression level " + std::to_string(compression_level) + " is out of range";
         return false;
     }
+    if (segment.failed()) {
+        error = full + ": " + segment.error();
+        return false;
+    }
     DEV_ARCHIVE archive(compression_level);
     archive.open(path, DEV_ARCHIVE::WRITE);
     if (!archive.is_open()) {
-        error = full + ": cannot be opened for writing";
+        error = full + ": " + archive.write_error();
         archive.close(true);
         return false;
     }
     DEV_PDB_ARCHIVE_STREAM stream(archive);
-    bool ok = segment.save(stream);
-    archive.flush();
-    // The archive reports a failed write on any later write; an empty write probes it.
-    ok = ok && archive.write("", 0);
+    if (!segment.save(stream) && archive.write_ok()) {
+        archive.discard();
+        error = full + ": " + segment.error();
+        return false;
+    }
+    // The file replaces the previous one only when complete; a failed step leaves it as it was.
     archive.close();
-    if (!ok) error = full + ": " + (segment.failed() ? segment.error() : std::string("write error"));
-    return ok;
+    if (!archive.write_ok()) error = full + ": " + archive.write_error();
+    return archive.write_ok();
 }
 
 bool dev_pdb_read_file(const FIO_PATH& path, PDB_DDB_SEGMENT& segment, std::string& error) {

@@ -35,11 +35,22 @@ public:
 
     // Opens `path` for READ or WRITE. False only when a file to be read does not exist or
     // the type is illegal. Reading replaces the level: 9 for a compressed file, else 0.
+    // Writing never touches `path` before `close`: the bytes go to a new file beside it.
     bool open(const FIO_PATH& path, int io_type);
     // Flushes and closes; notes the time spent unless `quiet`. The archive can be reopened.
+    // A write is made durable and then renamed over the path in one step; when any step
+    // failed the path keeps its previous content and the file beside it is removed.
     void close(bool quiet = false);
+    // Ends a write without touching the path (its previous content stays); for a writer
+    // that gives up part of the way.
+    void discard();
     // True while open and the underlying file could be opened.
     bool is_open() const;
+    // Writing: false once a step has failed; after `close`, true exactly when the new
+    // content is in place. `write_error` then names the first failed step and the system's
+    // reason, as "open failed: ...", "write failed: ..." or "rename failed: ...".
+    bool write_ok() const { return !m_write_failed; }
+    const std::string& write_error() const { return m_write_error; }
 
     // Reading. `get` fills `c` with the next byte (0xFF on a compressed stream when nothing
     // is left). `getline` answers false when the stream ends during the line; the line read
@@ -75,6 +86,9 @@ public:
 
 private:
     void reset_output();
+    void reset_closed();
+    void write_failed(const char* step, const std::string& reason);
+    void finish_write(bool keep);
     void write_output(size_t count);
     void write_block(const void* data, size_t size);
     bool deflate_bytes(const void* data, size_t size);
@@ -109,6 +123,10 @@ private:
     bool m_exhausted = false;        // compressed: a byte was asked for after the stream ended
     bool m_stream_end_seen = false;
     bool m_write_failed = false;
+    std::string m_write_error;
+    // Writing: the file beside the path that receives the bytes (empty when the path is a
+    // device or pipe written in place).
+    std::string m_temporary_path;
 };
 
 // Common case inline: the whole line lies among the ready bytes (so the stream is good and

@@ -116,6 +116,11 @@ public:
                            FIO_PATH* pdb_path) const;
     bool write_data_to_pdb(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, const FIO_PATH* explicit_path,
                            int compression_level);
+    // After a failed write_data_to_pdb or write_family_data: the file and the failed step
+    // with the system's reason ("<path>: write failed: No space left on device"); the
+    // previous file is then unchanged. Empty after a successful write.
+    const std::string& last_write_error() const { return m_write_error; }
+    void set_last_write_error(const std::string& error) { m_write_error = error; }
 
     // ---- family-info text (DEV_FAMILY_INFO_READER, DEV_FAMILY_INFO_WRITER) -------------------
     bool read_family_data(const FIO_PATH& path);
@@ -138,6 +143,7 @@ private:
     std::vector<std::string> m_devices_folder;  // per family
     DEV_FAMILY_DATA_TYPE m_loaded_data_type = DEV_FAMILY_DATA_TYPE_INVALID;
     mutable std::unique_ptr<DEV_PART_LIST_CACHE> m_derived_lists;
+    std::string m_write_error;
 };
 
 #endif

@@ -23,8 +23,10 @@ private:
     DEV_ARCHIVE& m_archive;
 };
 
-// Writes the (writing) segment to `path` at `compression_level` (0 to 9). False with a
-// message naming the file in `error` when the file cannot be opened or written.
+// Writes the (writing) segment to `path` at `compression_level` (0 to 9). The previous file
+// is replaced only by a complete new one. False with a message naming the file and the
+// failed step in `error` ("<path>: write failed: <system's reason>"; "open" and "rename"
+// likewise) when the file cannot be written.
 DEV_EXPORT bool dev_pdb_write_file(PDB_DDB_SEGMENT& segment, const FIO_PATH& path, int compression_level,
                         std::string& error);
 

@@ -149,25 +149,25 @@ int ddbtool_pack(const std::vector<std::string>& args) {
         ddbtool_error("pack", in_path + ": cannot open");
         return 1;
     }
+    // OUT is replaced only by a complete file: any failure leaves it as it was.
     DEV_ARCHIVE archive(level);
     archive.open(FIO_PATH(out_path), DEV_ARCHIVE::WRITE);
-    bool ok = archive.is_open();
-    if (!ok) ddbtool_error("pack", out_path + ": cannot create");
     std::vector<char> buffer(kChunk);
     size_t n;
-    while (ok && (n = std::fread(buffer.data(), 1, buffer.size(), in)) != 0) {
-        if (!archive.write(buffer.data(), n)) {
-            ddbtool_error("pack", out_path + ": write error");
-            ok = false;
-        }
-    }
-    if (ok && std::ferror(in)) {
-        ddbtool_error("pack", in_path + ": read error");
-        ok = false;
-    }
+    while (archive.write_ok() && (n = std::fread(buffer.data(), 1, buffer.size(), in)) != 0)
+        archive.write(buffer.data(), n);
+    const bool read_failed = std::ferror(in) != 0;
     std::fclose(in);
+    if (read_failed && archive.write_ok()) {
+        archive.discard();
+        ddbtool_error("pack", in_path + ": read error");
+        return 1;
+    }
     archive.close(true);
-    if (!ok) return 1;
+    if (!archive.write_ok()) {
+        ddbtool_error("pack", out_path + ": " + archive.write_error());
+        return 1;
+    }
     std::printf("%s: %lld bytes -> %s: %lld bytes (level %d)\n", in_path.c_str(),
                 FIO_FILE_SYSTEM::file_size(in_path), out_path.c_str(),
                 FIO_FILE_SYSTEM::file_size(out_path), level);

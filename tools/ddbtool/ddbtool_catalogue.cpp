@@ -126,6 +126,13 @@ bool read_text(const char* command, DEV_FAMILY_INFO_MGR_BODY& store, const std::
     return ok;
 }
 
+// What failed in the store's last write: the path, the step (open, write or rename) and the
+// system's reason. The previous file is then unchanged.
+std::string write_failure(const DEV_FAMILY_INFO_MGR_BODY& store, const FIO_PATH& path) {
+    const std::string& error = store.last_write_error();
+    return error.empty() ? path.full_path() + ": cannot be written" : error;
+}
+
 // Writes one persistent file (to `out` when given), creating its directory.
 bool compile_one(DEV_FAMILY_INFO_MGR_BODY& store, DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type,
                  const std::string& out, int level) {
@@ -134,7 +141,7 @@ bool compile_one(DEV_FAMILY_INFO_MGR_BODY& store, DEV_FAMILY_ENUM family, DEV_FA
     if (!store.generate_pdb_path(family, type, out.empty() ? nullptr : &explicit_path, &path)) return false;
     if (!path.directory().empty()) FIO_FILE_SYSTEM::create_directories(path.directory());
     if (!store.write_data_to_pdb(family, type, &path, level)) {
-        ddbtool_error("catalogue", path.full_path() + ": cannot be written");
+        ddbtool_error("catalogue", write_failure(store, path));
         return false;
     }
     std::printf("%s\n", path.full_path().c_str());
@@ -202,7 +209,7 @@ int dump(const std::vector<std::string>& args) {
     store.generate_part_support_traits();
     store.generate_fastest_part_traits();
     if (!store.write_family_data(family, types[0], FIO_PATH(o.files[1]), ZLIB_NO_COMPRESSION)) {
-        ddbtool_error(command, o.files[1] + ": cannot be written");
+        ddbtool_error(command, write_failure(store, FIO_PATH(o.files[1])));
         return 1;
     }
     return 0;

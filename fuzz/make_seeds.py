@@ -1,0 +1,228 @@
+#!/usr/bin/env python3
+"""Writes the seed corpora (fuzz/corpus/NAME/) and dictionaries (fuzz/dict/NAME.dict) of the
+fuzz harnesses from real inputs: snippets of the bundled catalogue text, archive files that
+ddbtool writes at several levels, and the small catalogue .ddb files the build compiles.
+
+    fuzz/make_seeds.py [--build build/release]
+
+The outputs are committed; run this again after a format changes. Each seed starts with the
+harness's selector bytes (see the comment at the top of each fuzz_NAME.cpp)."""
+
+import argparse
+import pathlib
+import re
+import shutil
+import struct
+import subprocess
+import tempfile
+import zlib
+
+HERE = pathlib.Path(__file__).resolve().parent
+ROOT = HERE.parent
+CATALOGUE = ROOT / "data" / "h" / "dev_part_manager_auto.part"
+
+
+def blocks(text, keyword):
+    """The blocks of the catalogue text that open with `keyword`, each up to its "end" line."""
+    found, current = [], None
+    for line in text.splitlines(keepends=True):
+        if current is None and line.startswith(keyword + "\t"):
+            current = [line]
+        elif current is not None:
+            current.append(line)
+            if line.strip() == "end":
+                found.append("".join(current))
+                current = None
+    return found
+
+
+def write_corpus(name, seeds):
+    directory = HERE / "corpus" / name
+    shutil.rmtree(directory, ignore_errors=True)
+    directory.mkdir(parents=True)
+    for label, data in seeds.items():
+        (directory / label).write_bytes(data)
+
+
+def dict_entry(data):
+    escaped = "".join(chr(b) if 32 <= b < 127 and chr(b) not in '"\\' else "\\x%02x" % b for b in data)
+    return '"%s"' % escaped
+
+
+def write_dict(name, comment, entries):
+    unique = []
+    for e in entries:
+        e = e.encode() if isinstance(e, str) else e
+        if e and e not in unique:
+            unique.append(e)
+    lines = ["# " + line for line in comment.splitlines()] + [dict_entry(e) for e in unique]
+    (HERE / "dict" / (name + ".dict")).write_text("\n".join(lines) + "\n")
+
+
+def enum_names(table):
+    """Debug and user strings of a host enumeration table (host/tables/NAME.def)."""
+    text = (ROOT / "host" / "tables" / (table + ".def")).read_text()
+    names = []
+    for debug, user in re.findall(r'DSTR_MEMBER\(\w+, *\d+, *"([^"]*)", *"([^"]*)"', text):
+        names += [debug, user]
+    return names
+
+
+def ddbtool_pack(build, level, text):
+    with tempfile.TemporaryDirectory() as tmp:
+        source, packed = pathlib.Path(tmp, "in.txt"), pathlib.Path(tmp, "out.ddb")
+        source.write_text(text)
+        subprocess.run([str(build / "tools" / "ddbtool"), "pack", "--level", str(level), str(source), str(packed)],
+                       check=True, stdout=subprocess.DEVNULL)
+        return packed.read_bytes()
+
+
+def archive_seeds(build, text):
+    families, devices, parts = blocks(text, "family"), blocks(text, "device"), blocks(text, "part")
+    small = devices[0] + parts[0]
+    # Enough varied text that its compressed stream outgrows the archive's first block.
+    large = "".join(parts[i * 97 % len(parts)] for i in range(8))
+    def seed(mode, level, cut, payload):
+        return bytes([mode, level]) + struct.pack("<H", cut) + payload
+    seeds = {
+        "plain_text": seed(0, 0, 0, small.encode()),
+        "plain_crlf_no_final_newline": seed(0, 0, 7, small.replace("\n", "\r\n").rstrip().encode()),
+        "zlib_small_complete": seed(1, 9, 0, families[0].encode()),
+        "zlib_large_cut": seed(2, 6, 900, large.encode()),
+        "empty": seed(0, 0, 0, b""),
+    }
+    for level in (1, 6, 9):
+        seeds["ddbtool_pack_level%d" % level] = seed(0, level, 333, ddbtool_pack(build, level, large))
+    seeds["ddbtool_pack_small_level9"] = seed(0, 9, 0, ddbtool_pack(build, 9, small))
+    write_corpus("archive_stream", seeds)
+    write_dict("archive_stream", "zlib stream headers (levels 1, 6 default, 9), line ends and a NUL.",
+               [b"\x78\x01", b"\x78\x5e", b"\x78\x9c", b"\x78\xda", b"\n", b"\r\n", b"\x00", b"\xff", b"end\n"])
+
+
+def family_info_seeds(text):
+    families, devices, parts = blocks(text, "family"), blocks(text, "device"), blocks(text, "part")
+    header = "".join(text.splitlines(keepends=True)[:5])
+    seeds = {
+        "family": families[2].encode(),
+        "device": devices[5].encode(),
+        "part_with_resources": parts[40].encode(),
+        "one_of_each": (header + families[0] + "\n" + devices[0] + "\n" + parts[0]).encode(),
+        "comments_blank_lines_include": ("# a comment\n\n" + 'include "no_such_file.part"\n' + families[1]).encode(),
+        "bad_value_and_unknown_key": families[0].replace("MAX_COMMERCIAL_TEMP = 70", "MAX_COMMERCIAL_TEMP = seventy")
+                                                .replace("BAK_VERSION", "NO_SUCH_KEY").encode(),
+    }
+    write_corpus("family_info_text", seeds)
+    keys = sorted(set(re.findall(r"^\t([A-Z_]+) = ", text, re.M)))
+    values = sorted(set(re.findall(r"^\t[A-Z_]+ = ([^\"\n{][^\n]*)$", text, re.M)))[:200]
+    resources = sorted(set(re.findall(r'^\t\t("[^"]+") = ', text, re.M)))
+    write_dict("family_info_text", "Keywords, keys, resource names and values of the bundled catalogue.",
+               ["family\t", "device\t", "part\t", "end\n", "include ", '"', " = ", "\t", "#", "{", "}",
+                "DEV_RESOURCES = {\n", "######\t(User name - "] + keys + values + resources)
+
+
+def catalogue_seeds(build):
+    legacy = build / "velcora" / "ddb" / "legacy"
+    seeds = {}
+    for name in ("ddb_lumio_family.ddb", "ddb_tessaly_devices.ddb", "ddb_lumio_parts.ddb", "ddb_lumio_info.ddb"):
+        raw = (legacy / name).read_bytes()
+        stem = name[len("ddb_"):-len(".ddb")]
+        seeds["file_" + stem] = bytes([0, 0]) + raw
+        try:
+            segment = zlib.decompress(raw)
+        except zlib.error:
+            segment = raw
+        if stem != "lumio_info":  # the info payload is the other three's together
+            seeds["payload_" + stem] = bytes([1, 0]) + segment[20:]
+        if len(segment) < 1024:
+            seeds["payload_compressed_" + stem] = bytes([2, 8]) + segment[20:]
+    write_corpus("catalogue_pdb", seeds)
+
+    def fnv(name):
+        h = 2166136261
+        for c in name.encode():
+            h = ((h ^ c) * 16777619) & 0xFFFFFFFF
+        return struct.pack("<I", h)
+    sources = (ROOT / "ddb" / "dev" / "ddb_dev__pdb.cpp").read_text()
+    classes = sorted(set(re.findall(r"SERIALIZER\((\w+)", sources)) | {"DEV_FAMILY_INFO"})
+    write_dict("catalogue_pdb", "The segment magic and version, the stored classes' tags, counts and lengths.",
+               [b"VDDB", b"\x01\x00", b"\x00\x00\x00\x00", b"\x01\x00\x00\x00", b"\xff\xff\xff\x3f",
+                b"\xff\xff\xff\xff"] + [fnv(c) for c in classes])
+
+
+def list_seeds():
+    voltages = [n for n in enum_names("dev_voltage_enum")[::2]]
+    standards = [n for n in enum_names("dev_io_standard_enum")[::2]]
+    seeds = {
+        "integer": b"\x00\x00-42",
+        "integer_list": b"\x01\x00{1, -2, 3 4}",
+        "double_list": b"\x02\x00{1.5, 2, 3e2, 1.E-3, 3D2}",
+        "string_list_quoted": b'\x03\x00{"a, b", c, "{d}", ""}',
+        "string_list_unbraced": b"\x03\x00a b",
+        "2d_numbers": b"\x04\x00{{1, 2, 3}, {4, 5}}",
+        "2d_dump_form": b"\x04\x00{ { 1 2 3 } { 4 5 }}",
+        "2d_voltage_column": ("\x04\x00{{0, %s}, {1, %s}}" % (voltages[3], voltages[5])).encode(),
+        "2d_voltage_rows": ("\x04\x14{{%s, 2}, {%s}}" % (voltages[2], voltages[8])).encode(),
+        "int_or_name": ("\x05\x01%s" % voltages[4]).encode(),
+        "int_number": b"\x05\x0012-",
+    }
+    write_corpus("list_parsers", seeds)
+    write_dict("list_parsers", "List punctuation, number forms and value names of the key tables.",
+               ["{", "}", ", ", " ", '"', "-", ".", "e", "E+", "D", "1e999", "0x", "\n\t"] + voltages + standards
+               + enum_names("dev_temperature_enum")[::2] + enum_names("dev_location_enum")[::2][:40])
+
+
+def tcl_seeds(text):
+    parts = re.findall(r"^part\t(\S+)", text, re.M)
+    devices = re.findall(r"^device\t(\S+)", text, re.M)
+    commands = ["get_family_list", "enumerate_family_traits", "test_family_trait_of", "report_family_info",
+                "get_part_list", "report_part_info", "report_device_info", "test_part_trait_of", "get_part_info",
+                "get_family_info", "get_dstr_string", "test_device_trait_of", "get_temperature_option"]
+    def seed(command, *words):
+        return bytes([commands.index(command)]) + b"\x00".join(w.encode() for w in words)
+    part = parts[len(parts) // 2]
+    seeds = {
+        "get_family_list_all": seed("get_family_list", "-all"),
+        "enumerate_family_traits": seed("enumerate_family_traits"),
+        "test_family_trait_of": seed("test_family_trait_of", "-family", "Corvane II", "-trait", "FITTER_ECO"),
+        "report_family_info": seed("report_family_info", "Corvane II"),
+        "get_part_list_filtered": seed("get_part_list", "-family", "Corvane II", "-package", "FBGA", "-pin_count",
+                                       "484", "-speed_grade", "6"),
+        "report_part_info": seed("report_part_info", part),
+        "report_device_info": seed("report_device_info", devices[len(devices) // 2]),
+        "test_part_trait_of": seed("test_part_trait_of", "-trait", "LEAD_FREE", part),
+        "get_part_info_fields": seed("get_part_info", part, "-device", "-package", "-pin_count", "-speed_grade",
+                                     "-temperature_grade"),
+        "get_part_info_abbreviated": seed("get_part_info", "-pi", part),
+        "get_family_info": seed("get_family_info", "-family", "CORVANE2", "-device_folder"),
+        "get_dstr_string": seed("get_dstr_string", "-family", "CORVANE2"),
+        "test_device_trait_of": seed("test_device_trait_of", "-device", devices[3], "-trait", "NO_POWER_MODEL"),
+        "get_temperature_option_help": seed("get_temperature_option", "-help"),
+        "get_temperature_option_list": seed("get_temperature_option", "-list_min", part),
+    }
+    write_corpus("tcl_commands", seeds)
+    options = ["-h", "-help", "-long_help", "-all", "-debug", "-debug_names", "-default_max", "-default_min",
+               "-default_voltage", "-device", "-device_folder", "-family", "-family_variant", "-list_max",
+               "-list_min", "-migration_families", "-package", "-package_suffix_string", "-part", "-pin_count",
+               "-speed_grade", "-temperature_grade", "-trait"]
+    write_dict("tcl_commands", "Options, the word separator, family names, traits and a few parts and devices.",
+               options + [b"\x00"] + enum_names("dev_family_enum") + enum_names("dev_family_trait_enum")[::2][:60]
+               + enum_names("dev_part_trait_enum")[::2] + enum_names("dev_device_trait_enum")[::2]
+               + parts[::400] + devices[::40])
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--build", default=str(ROOT / "build" / "release"),
+                        help="a build tree with ddbtool and the compiled bundled catalogue")
+    build = pathlib.Path(parser.parse_args().build)
+    text = CATALOGUE.read_text()
+    (HERE / "dict").mkdir(exist_ok=True)
+    archive_seeds(build, text)
+    family_info_seeds(text)
+    catalogue_seeds(build)
+    list_seeds()
+    tcl_seeds(text)
+
+
+if __name__ == "__main__":
+    main()
