@@ -279,7 +279,7 @@ def write_descriptor(w, s, hs, has_alt, chosen, gen, banks, rules, rng):
                 ("TIMING_MODEL", "io_%s" % model), ("POWER_MODEL", "io_pwr_%s" % s.cls), ("DRIVE_MODEL", model + "_drv"),
                 ("ASSIGNMENT_NAME", "IO_STANDARD"), ("ASSIGNMENT_VALUE", s.user)]
     if gen >= 3 and s.cls in ("ref", "se"):
-        strings.append(("VCCPD_NAME", "VCCPD"))
+        strings.append(("VCCPD_NAME", "VCC_PREDRIVER"))
     if s.differential:
         strings.append(("PARTNER_STANDARD", s.name))
     for key, value in strings:

@@ -6,7 +6,7 @@ The pad model, shared with the package files that bond pins to these pads:
     (bank b starts at pad b*N/banks), differential pairs on neighbouring pads of a bank as
     many as the device has differential channels, and the dual-purpose functions of some:
     configuration data, clock inputs (families without dedicated clock pins), VREF,
-    OCT calibration (RUP/RDN), DQS strobes, device-wide controls;
+    OCT calibration (OCT<bank>_UP/DN), DQS strobes, device-wide controls;
   - then the dedicated pads: JTAG, configuration, clock inputs (families with dedicated
     clock pins), transceiver channels and reference clocks, temperature diode, analog inputs.
   - global ids: (bank + 1) * 1024 + index in the bank for user I/O, 65536 + 1024 * group +
@@ -82,7 +82,7 @@ class PadModel:
             want = (b + 1) * channels // self.banks - b * channels // self.banks
             for k in range(min(want, len(pads) // 2)):
                 p, n = pads[2 * k], pads[2 * k + 1]
-                name = "DIFFIO%d_%d" % (b + 1, k)
+                name = "DIFF%d_%d" % (b + 1, k)
                 for pad, pol, other in ((p, "P", n), (n, "N", p)):
                     pad.pair, pad.polarity, pad.partner = name, pol, other
                     pad.bools.add("IS_DIFF_POSITIVE" if pol == "P" else "IS_DIFF_NEGATIVE")
@@ -106,9 +106,9 @@ class PadModel:
             return
         if f.gen >= 2 and not f.has("NONVOLATILE_CONFIG"):
             for k in range(1, 8):
-                self.assign(0, 2 * k, "DATA%d" % k, ("IS_CONFIG",), CONFIG_FUNCTION_INDEX=k)
-            self.assign(0, 1, "NCSO", ("IS_CONFIG", "IS_NCSO"), CONFIG_FUNCTION_INDEX=8)
-            self.assign(0, 3, "ASDO", ("IS_CONFIG", "IS_ASDO"), CONFIG_FUNCTION_INDEX=9)
+                self.assign(0, 2 * k, "CFG_D%d" % k, ("IS_CONFIG",), CONFIG_FUNCTION_INDEX=k)
+            self.assign(0, 1, "CFG_FLASH_CS_N", ("IS_CONFIG", "IS_NCSO"), CONFIG_FUNCTION_INDEX=8)
+            self.assign(0, 3, "CFG_FLASH_DO", ("IS_CONFIG", "IS_ASDO"), CONFIG_FUNCTION_INDEX=9)
         if not (f.has("DEDICATED_CLOCK_PINS") and f.r("Dedicated clock pins")):
             for k in range(min(banks * 2, max(2, f.r("Global clocks") // 2))):
                 self.assign(k % banks, 0, "CLK%d" % k, ("IS_CLOCK_INPUT", "IS_GLOBAL_CLOCK", "HAS_DEDICATED_CLOCK_ROUTE"),
@@ -120,12 +120,12 @@ class PadModel:
             if self.vref:
                 self.assign(b, size // 2, "VREF%d" % (b + 1), ("IS_VREF", "RESERVED_FOR_VREF"))
             if self.oct:
-                self.assign(b, 1, "RUP%d" % (b + 1), ("IS_RUP", "RESERVED_FOR_RUP_RDN"), OCT_BLOCK=b + 1)
-                self.assign(b, 2, "RDN%d" % (b + 1), ("IS_RDN", "RESERVED_FOR_RUP_RDN"), OCT_BLOCK=b + 1)
+                self.assign(b, 1, "OCT%d_UP" % (b + 1), ("IS_RUP", "RESERVED_FOR_RUP_RDN"), OCT_BLOCK=b + 1)
+                self.assign(b, 2, "OCT%d_DN" % (b + 1), ("IS_RDN", "RESERVED_FOR_RUP_RDN"), OCT_BLOCK=b + 1)
         if f.gen >= 2:
             last = banks - 1
-            for name, flag in (("DEV_CLRN", "IS_DEV_CLRN"), ("DEV_OE", "IS_DEV_OE"), ("INIT_DONE", "IS_INIT_DONE"),
-                               ("CRC_ERROR", "IS_CRC_ERROR"), ("CLKUSR", "IS_CLKUSR")):
+            for name, flag in (("DEV_RESET_N", "IS_DEV_CLRN"), ("DEV_OUT_EN", "IS_DEV_OE"), ("USER_MODE", "IS_INIT_DONE"),
+                               ("CRC_FAULT", "IS_CRC_ERROR"), ("CFG_USER_CLK", "IS_CLKUSR")):
                 self.assign(last, 4, name, (flag,))
         if self.dqs:
             # DQ groups of twelve pads in a bank; the strobe pair on the group's fifth and sixth.
@@ -152,12 +152,13 @@ class PadModel:
         groups = {g: [] for g in GROUPS}
         if f.has("JTAG_CONFIG"):
             groups["jtag"] = [(n, ("IS_JTAG", "RESERVED_FOR_JTAG"), {}) for n in ("TCK", "TMS", "TDI", "TDO")]
-        config = ["NCONFIG", "NSTATUS", "CONF_DONE"]
+        config = ["CFG_RESET_N", "CFG_STATUS_N", "CFG_DONE"]
         if not f.has("NONVOLATILE_CONFIG"):
-            config += ["NCE", "DCLK", "DATA0"] + ["MSEL%d" % k for k in range(2 if f.gen <= 2 else 3 if f.gen <= 4 else 4)]
-            config += ["NCEO"] if f.gen >= 2 else []
-        flags = {"DCLK": ("IS_DCLK",), "DATA0": ("IS_DATA0",), "NCEO": ("IS_NCEO",)}
-        groups["config"] = [(n, ("IS_CONFIG", "RESERVED_FOR_CONFIG") + flags.get(n, ("IS_MSEL",) if n.startswith("MSEL")
+            config += ["CFG_ENABLE_N", "CFG_CLK", "CFG_D0"] + ["CFG_MODE%d" % k for k in range(2 if f.gen <= 2 else
+                                                                                             3 if f.gen <= 4 else 4)]
+            config += ["CFG_CHAIN_N"] if f.gen >= 2 else []
+        flags = {"CFG_CLK": ("IS_DCLK",), "CFG_D0": ("IS_DATA0",), "CFG_CHAIN_N": ("IS_NCEO",)}
+        groups["config"] = [(n, ("IS_CONFIG", "RESERVED_FOR_CONFIG") + flags.get(n, ("IS_MSEL",) if n.startswith("CFG_MODE")
                                                                                   else ()), {}) for n in config]
         clocks = f.r("Dedicated clock pins") if f.has("DEDICATED_CLOCK_PINS") else 0
         if clocks:
@@ -178,8 +179,8 @@ class PadModel:
                                                                     "IS_DIFF_POSITIVE" if pol == "P" else "IS_DIFF_NEGATIVE"),
                                          {"XCVR_BANK": k // 2}))
         if f.has("TEMPERATURE_SENSOR") or (f.gen >= 4 and f.r("PLLs")):
-            groups["temp"] = [("TEMPDIODE" + pol, ("IS_TEMP_DIODE", "IS_INPUT_ONLY"), {}) for pol in "PN"]
-        groups["adc"] = [("ANAIN%d" % k, ("IS_INPUT_ONLY",), {}) for k in range(8 * f.r("Analog-to-digital converters"))]
+            groups["temp"] = [("TEMP_DIODE_" + pol, ("IS_TEMP_DIODE", "IS_INPUT_ONLY"), {}) for pol in "PN"]
+        groups["adc"] = [("ADC_IN%d" % k, ("IS_INPUT_ONLY",), {}) for k in range(8 * f.r("Analog-to-digital converters"))]
         self.groups = {}
         for g, members in groups.items():
             self.groups[g] = []

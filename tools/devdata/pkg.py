@@ -353,8 +353,8 @@ class PkgText:
                                       ("IS_DUAL_PURPOSE", "IS_DUAL_PURPOSE" in b), ("IS_ANALOG", pad.kind == "adc"),
                                       ("IS_HIGH_SPEED", pad.kind in ("xcvr", "refclk") or
                                        (pad.kind == "io" and pad.bank % 2 == 1 and f.gen >= 3)),
-                                      ("NEEDS_PULLUP", pad.name in ("NCONFIG", "NSTATUS", "CONF_DONE")),
-                                      ("NEEDS_PULLDOWN", pad.name.startswith("MSEL") or pad.name == "TCK")) if on]
+                                      ("NEEDS_PULLUP", pad.name in ("CFG_RESET_N", "CFG_STATUS_N", "CFG_DONE")),
+                                      ("NEEDS_PULLDOWN", pad.name.startswith("CFG_MODE") or pad.name == "TCK")) if on]
         else:
             bools += {"power": ["IS_POWER", "NEEDS_DECOUPLING"], "ground": ["IS_GROUND"],
                       "nc": ["IS_NO_CONNECT"] + (["IS_MIGRATION_NC"] if self.migration else [])}[pin.kind]
