@@ -7,7 +7,8 @@ A package file serves the parts of a device that share its file name (files.py).
     clock inputs, transceiver channels (whole channels, with their reference clocks), the
     temperature diode, analog inputs;
   - power pins of every supply of the parts (power.py), the I/O supplies among their banks'
-    pins, and ground pins, none bonded to a pad; no-connect pins in the larger ball grids.
+    pins, and ground pins, none bonded to a pad; no-connect pins in the larger ball grids and
+    where the package has more pins than signals, supplies and ground need.
 Ball-grid packages (and bare dies, by their bump grid) name a pin by its ball: rows by
 letters A to Y without I, O, Q, S, X and Z, then AA, AB, ... (BA, BB, ... after AY), columns
 by numbers from 1; a grid of n x n balls (n the square root of the pin count, rounded up)
@@ -102,7 +103,10 @@ class PkgText:
             raise ValueError("%s %s%d: %d pins cannot hold %d user I/O pins and a supply and a ground" %
                              (self.f.name, self.package, count, count, len(user)))
         self.user, self.dedicated = user, dedicated
-        nc = left // 20 if self.grid and left > 64 else 0
+        # Supplies and ground take at most one pin per signal pin (per two signals in a leaded
+        # package); the pins beyond, and a twentieth of the rest in a large grid, stay free.
+        signals = len(user) + len(dedicated)
+        nc = max(left // 20 if self.grid and left > 64 else 0, left - max(2, signals if self.grid else signals // 2))
         ground = max(1, (left - nc) // 2)
         self.nc, self.ground, self.power = nc, ground, self.share(left - nc - ground)
 
