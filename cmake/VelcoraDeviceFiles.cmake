@@ -1,44 +1,54 @@
 # The per-device files of the bundled installation (included by data/CMakeLists.txt), written
-# by tools/gen_device_files.py from the text catalogue and the .def tables: for every device
-# of an installed family its catalogue device file and, unless the device has no basic info,
-# its basic info in the HDR text form, in <bundled root>/ddb/<folder>/.
+# by tools/gen_device_files.py from the text catalogue and the .def tables, in
+# <bundled root>/ddb/<folder>/: for every device of an installed family its catalogue device
+# file and, unless the device has no basic info, its data files: basic info (.hdr), pads
+# (.pad), routing switches (.rsi), package pins (.pkg, per package) and part info
+# (.part_info, per part), each kind for the families whose traits say they have it (file
+# names: tools/devdata/files.py).
 #
-# Families with the trait NEW_DDB_SUPPORT install their basic info compiled
-# (ddb_<device>_hdr.ddb) and no text: their HDR texts go to VELCORA_HDR_STAGING, whose
-# manifest the next step hands to `ddbtool device compile`. That step
-# (tools/compile_staged_hdr.py) asks ddbtool whether it has the command; while it has not,
-# it installs the staged texts as ddb_<device>.hdr so that the devices stay installed.
+# Families with the trait NEW_DDB_SUPPORT install their data compiled (<base>_<kind>.ddb) and
+# no text: their texts go to VELCORA_DEVICE_STAGING, whose manifest (device_manifest.txt, one
+# "TEXT<tab>TARGET" line a file) the next step hands to `ddbtool device compile TEXT TARGET`.
+# That step (tools/compile_staged_device_files.py) asks ddbtool which kinds the command
+# takes; the texts of the kinds it does not take yet are installed as <base>.<kind>, so that
+# the devices stay installed.
 find_package(Python3 COMPONENTS Interpreter REQUIRED)
 
-set(VELCORA_HDR_STAGING "${CMAKE_BINARY_DIR}/hdr_staging" CACHE INTERNAL
-    "HDR texts of the families whose basic info is compiled to .ddb at build time")
+set(VELCORA_DEVICE_STAGING "${CMAKE_BINARY_DIR}/device_staging" CACHE INTERNAL
+    "Device-data texts of the families whose data is compiled to .ddb at build time")
+# The name the test registration (cmake/VelcoraGenerated.cmake) knows the staging folder by.
+set(VELCORA_HDR_STAGING "${VELCORA_DEVICE_STAGING}" CACHE INTERNAL "Alias of VELCORA_DEVICE_STAGING")
 file(GLOB VELCORA_DEVDATA_SOURCES CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tools/devdata/*.py")
 file(GLOB VELCORA_TABLE_DEFS CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/host/tables/*.def")
 
 set(VELCORA_DEVICE_FILES_STAMP "${VELCORA_BUNDLED_ROOT}/ddb/.device_files")
 add_custom_command(OUTPUT "${VELCORA_DEVICE_FILES_STAMP}"
   COMMAND Python3::Interpreter "${PROJECT_SOURCE_DIR}/tools/gen_device_files.py"
-          --root "${VELCORA_BUNDLED_ROOT}" --staging "${VELCORA_HDR_STAGING}"
+          --root "${VELCORA_BUNDLED_ROOT}" --staging "${VELCORA_DEVICE_STAGING}"
           --source "${PROJECT_SOURCE_DIR}" --stamp "${VELCORA_DEVICE_FILES_STAMP}"
   DEPENDS "${PROJECT_SOURCE_DIR}/tools/gen_device_files.py" ${VELCORA_DEVDATA_SOURCES} ${VELCORA_TABLE_DEFS}
           "${PROJECT_SOURCE_DIR}/data/h/dev_part_manager_auto.part"
           "${VELCORA_DATA_STAMP}"
-  COMMENT "Writing the bundled device files and basic info")
+  COMMENT "Writing the bundled device files and their data")
 
-# Compiles each staged text to ddb_<device>_hdr.ddb in its family folder:
-#   ddbtool device compile <staging>/<folder>/ddb_<device>.hdr <root>/ddb/<folder>/ddb_<device>_hdr.ddb
-# (through a temporary file beside the target), once ddbtool has that command.
-set(VELCORA_HDR_DDB_STAMP "${VELCORA_BUNDLED_ROOT}/ddb/.hdr_ddb")
-add_custom_command(OUTPUT "${VELCORA_HDR_DDB_STAMP}"
-  COMMAND Python3::Interpreter "${PROJECT_SOURCE_DIR}/tools/compile_staged_hdr.py"
-          --manifest "${VELCORA_HDR_STAGING}/hdr_manifest.txt" --ddbtool $<TARGET_FILE:ddbtool>
-          --stamp "${VELCORA_HDR_DDB_STAMP}"
-  DEPENDS "${VELCORA_DEVICE_FILES_STAMP}" ddbtool "${PROJECT_SOURCE_DIR}/tools/compile_staged_hdr.py"
-  COMMENT "Installing the staged basic info (compiled to .ddb when ddbtool can)")
-add_custom_target(bundled_device_files DEPENDS "${VELCORA_DEVICE_FILES_STAMP}" "${VELCORA_HDR_DDB_STAMP}")
+# Compiles each staged text to <base>_<kind>.ddb in its family folder:
+#   ddbtool device compile <staging>/<folder>/<base>.<kind> <root>/ddb/<folder>/<base>_<kind>.ddb
+# (through a temporary file beside the target), for the kinds that ddbtool takes.
+set(VELCORA_DEVICE_DDB_STAMP "${VELCORA_BUNDLED_ROOT}/ddb/.device_ddb")
+add_custom_command(OUTPUT "${VELCORA_DEVICE_DDB_STAMP}"
+  COMMAND Python3::Interpreter "${PROJECT_SOURCE_DIR}/tools/compile_staged_device_files.py"
+          --manifest "${VELCORA_DEVICE_STAGING}/device_manifest.txt" --ddbtool $<TARGET_FILE:ddbtool>
+          --stamp "${VELCORA_DEVICE_DDB_STAMP}"
+  DEPENDS "${VELCORA_DEVICE_FILES_STAMP}" ddbtool "${PROJECT_SOURCE_DIR}/tools/compile_staged_device_files.py"
+  COMMENT "Installing the staged device data (compiled to .ddb for the kinds ddbtool takes)")
+add_custom_target(bundled_device_files DEPENDS "${VELCORA_DEVICE_FILES_STAMP}" "${VELCORA_DEVICE_DDB_STAMP}")
 add_dependencies(bundled_data bundled_device_files)
 
-# Installed: the device files, the basic info in the form each family uses (text, or .ddb
-# once compiled); not the staging folder nor the build's stamps.
+# Installed: the device files and the data in the form each family uses (text, or .ddb once
+# compiled); not the staging folder nor the build's stamps.
+set(VELCORA_DEVICE_FILE_PATTERNS PATTERN "*.device")
+foreach(kind hdr pad pkg part_info rsi)
+  list(APPEND VELCORA_DEVICE_FILE_PATTERNS PATTERN "ddb_*.${kind}" PATTERN "ddb_*_${kind}.ddb")
+endforeach()
 install(DIRECTORY "${VELCORA_BUNDLED_ROOT}/ddb/" DESTINATION "${CMAKE_INSTALL_DATADIR}/velcora/ddb"
-  FILES_MATCHING PATTERN "*.device" PATTERN "ddb_*.hdr" PATTERN "ddb_*_hdr.ddb")
+  FILES_MATCHING ${VELCORA_DEVICE_FILE_PATTERNS})

@@ -2,20 +2,25 @@
 """Writes the per-device files of the bundled installation.
 
 For every device of a family without the trait NOT_INSTALLED, in the family's data folder
-<root>/ddb/<folder>/:
-  - the device file named by the catalogue's FILE_NAME;
-  - unless the device has the trait NO_HDR_DATA, its basic info in the HDR text form
-    (tools/devdata/hdr.py), ddb_<device>.hdr. Families with the trait NEW_DDB_SUPPORT
-    install their basic info compiled (ddb_<device>_hdr.ddb) and keep no text copy: their
-    HDR text goes to the staging folder instead, and the manifest there names, one line
-    per device, the text and the .ddb file to compile it to (tab-separated paths), for the
-    build step that compiles them (tools/compile_staged_hdr.py).
+<root>/ddb/<folder>/, the device file named by the catalogue's FILE_NAME, and, unless the
+device has the trait NO_HDR_DATA, its data files (names and kinds: tools/devdata/files.py):
+  hdr        basic info (tools/devdata/hdr.py);
+  pad        pads, I/O standards and I/O rules (tools/devdata/pad.py, iostd.py);
+  pkg        package pins bonded to those pads, per package (tools/devdata/pkg.py);
+  part_info  power supplies, per part (tools/devdata/part_info.py, power.py);
+  rsi        routing switches (tools/devdata/rsi.py).
+Families with the trait NEW_DDB_SUPPORT install every kind compiled (<base>_<kind>.ddb) and
+keep no text copy: their texts go to the staging folder instead, and the manifest there,
+device_manifest.txt, names one file a line, the text and the .ddb file to compile it to
+(tab-separated paths), for the build step that compiles them
+(tools/compile_staged_device_files.py; the kind is the text's extension).
 
-The devices, families, traits and file names come from the text catalogue, the folders from
-the family folder table, so the files are exactly those the library looks for. Every file is
-written only when its content changes, through a temporary file beside it that is renamed
-over it once complete; HDR files of devices that no longer get one are removed. --stamp
-names a file written last, listing the counts, for the build to depend on.
+The devices, families, parts, traits and file names come from the text catalogue, the
+folders from the family folder table, so the files are exactly those the library looks
+for. Every file is written only when its content changes, through a temporary file beside
+it that is renamed over it once complete; data files that the plan no longer names are
+removed. --stamp names a file written last, listing the counts, bytes and processor
+seconds per kind, for the build to depend on.
 
   gen_device_files.py --root DIR [--staging DIR] [--source TREE] [--stamp FILE] [--jobs N]
 Python 3 standard library only.
@@ -29,12 +34,12 @@ import sys
 import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from devdata import hdr  # noqa: E402
+from devdata import files, hdr, pad, part_info, pkg, rsi  # noqa: E402
 from devdata.catalogue import Catalogue, DeviceFacts, Tables  # noqa: E402
 from devdata.output import write_if_changed  # noqa: E402
 
 SOURCE = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-MANIFEST = "hdr_manifest.txt"
+MANIFEST = "device_manifest.txt"
 
 
 def device_file_text(device, family):
@@ -43,45 +48,34 @@ def device_file_text(device, family):
             "device %s\n") % (device.name, family.name, family.user, device.name)
 
 
-class Plan:
-    """The files to write: device files, HDR files in the root and in the staging folder."""
-
-    def __init__(self, catalogue, root, staging):
-        self.device_files, self.hdr, self.manifest = [], [], []
-        hdr_devices = []
-        for d in catalogue.devices:
-            if not catalogue.is_installed(d):
-                continue
-            family, folder = catalogue.family_of(d), catalogue.folder_of(d)
-            file_name = d.value("FILE_NAME")
-            if not file_name or "/" in file_name:
-                raise ValueError("device %s: no FILE_NAME or a bad one" % d.name)
-            self.device_files.append((os.path.join(root, "ddb", folder, file_name), device_file_text(d, family)))
-            if "NO_HDR_DATA" not in d.values("TRAITS"):
-                hdr_devices.append(d)
-        facts = [DeviceFacts(catalogue, d) for d in hdr_devices]
-        largest = max([f.logic for f in facts] or [1])
-        for f in facts:
-            base = "ddb_%s" % f.name.lower()
-            folder = catalogue.folder_of(f.record)
-            if "NEW_DDB_SUPPORT" in f.traits:
-                if not staging:
-                    raise ValueError("family %s needs a staging folder (--staging)" % f.family.name)
-                text = os.path.join(staging, folder, base + ".hdr")
-                self.manifest.append((text, os.path.join(root, "ddb", folder, base + "_hdr.ddb")))
-            else:
-                text = os.path.join(root, "ddb", folder, base + ".hdr")
-            self.hdr.append((text, f, f.logic / largest))
+def text_copy(data_file):
+    """Where the installation keeps the text of a compiled file while it cannot compile it."""
+    return data_file.target[:-len("_%s.ddb" % data_file.kind)] + "." + data_file.kind
 
 
-# Worker state: the tables, set before the pool forks.
-_TABLES = None
+# Worker state, set before the pool forks: the tables, the facts of every device with data
+# files, the largest logic count, and the jobs' files.
+_TABLES = _FACTS = _LARGEST = _JOBS = None
 
 
-def write_hdr(job):
-    path, facts, scale = job
-    text = hdr.basic_info_text(_TABLES, facts, scale)
-    return path, len(text.encode("utf-8")), write_if_changed(path, text)
+def run_job(index):
+    """Writes the files of one job: (kind, [(path, bytes, written)], processor seconds)."""
+    start = time.process_time()
+    kind, device, members = _JOBS[index]
+    facts = _FACTS[device]
+    out = []
+    if kind == "pkg":
+        model = pad.PadModel(_TABLES, facts)
+        texts = [(f, pkg.pkg_text(_TABLES, facts, f.parts, model)) for f in members]
+    elif kind == "part_info":
+        texts = [(f, part_info.part_info_text(_TABLES, facts, f.parts[0])) for f in members]
+    else:
+        make = {"hdr": lambda: hdr.basic_info_text(_TABLES, facts, facts.logic / _LARGEST),
+                "pad": lambda: pad.pad_text(_TABLES, facts), "rsi": lambda: rsi.rsi_text(_TABLES, facts)}[kind]
+        texts = [(members[0], make())]
+    for f, text in texts:
+        out.append((f.text, len(text.encode("utf-8")), write_if_changed(f.text, text)))
+    return kind, out, time.process_time() - start
 
 
 def remove_stale(pattern, keep):
@@ -94,10 +88,10 @@ def remove_stale(pattern, keep):
 
 
 def main(argv):
-    global _TABLES
+    global _TABLES, _FACTS, _LARGEST, _JOBS
     ap = argparse.ArgumentParser(description="Write the device files of the installed families.")
     ap.add_argument("--root", required=True, help="installation root (files go below ROOT/ddb)")
-    ap.add_argument("--staging", help="folder of the HDR texts that the build compiles to .ddb")
+    ap.add_argument("--staging", help="folder of the texts that the build compiles to .ddb")
     ap.add_argument("--source", default=SOURCE, help="source tree (default: %(default)s)")
     ap.add_argument("--stamp", help="file written last, with the counts")
     ap.add_argument("--jobs", type=int, default=os.cpu_count() or 1, help="processes (default: %(default)s)")
@@ -106,34 +100,67 @@ def main(argv):
     root = os.path.abspath(args.root)
     staging = os.path.abspath(args.staging) if args.staging else None
     try:
-        plan = Plan(Catalogue(args.source), root, staging)
+        catalogue = Catalogue(args.source)
+        plan = files.plan(catalogue, root, staging)
+        device_files = []
+        for d in catalogue.devices:
+            if catalogue.is_installed(d):
+                name = d.value("FILE_NAME")
+                if not name or "/" in name:
+                    raise ValueError("device %s: no FILE_NAME or a bad one" % d.name)
+                device_files.append((os.path.join(root, "ddb", catalogue.folder_of(d), name),
+                                     device_file_text(d, catalogue.family_of(d))))
     except (OSError, ValueError) as e:
         print("gen_device_files: %s" % e, file=sys.stderr)
         return 2
     _TABLES = Tables(args.source)
-    written = sum(write_if_changed(path, text) for path, text in plan.device_files)
-    jobs = sorted(plan.hdr, key=lambda j: -j[2])  # largest first, for an even load
+    _FACTS = {}
+    jobs = {}
+    for f in plan:
+        if f.device.name not in _FACTS:
+            _FACTS[f.device.name] = DeviceFacts(catalogue, f.device)
+        # One job per device and kind: the package files of a device share its pad model.
+        jobs.setdefault((f.kind, f.device.name), []).append(f)
+    _LARGEST = max([facts.logic for facts in _FACTS.values()] or [1])
+    weight = {"hdr": 40, "pad": 1, "pkg": 2, "part_info": 1, "rsi": 1}
+    _JOBS = sorted(((kind, device, members) for (kind, device), members in jobs.items()),
+                   key=lambda j: -weight[j[0]] * len(j[2]) * (_FACTS[j[1]].logic + 20 * _FACTS[j[1]].io))
+    written = sum(write_if_changed(path, text) for path, text in device_files)
     if args.jobs > 1 and "fork" in multiprocessing.get_all_start_methods():
         with multiprocessing.get_context("fork").Pool(args.jobs) as pool:
-            results = pool.map(write_hdr, jobs, chunksize=1)
+            results = list(pool.imap_unordered(run_job, range(len(_JOBS)), chunksize=1))
     else:
-        results = [write_hdr(j) for j in jobs]
-    written += sum(r[2] for r in results)
-    # Only the installation's own HDR texts stay in the root; the compile step owns the
-    # files of the families that install compiled basic info.
-    keep = {path for path, _, _ in results}
-    compiled = {os.path.splitext(t)[0][:-len("_hdr")] + ".hdr" for _, t in plan.manifest}
-    removed = remove_stale(os.path.join(root, "ddb", "*", "ddb_*.hdr"), keep | compiled)
+        results = [run_job(i) for i in range(len(_JOBS))]
+    stats = {kind: [0, 0, 0.0, 0] for kind in files.KINDS}  # files, bytes, seconds, largest
+    keep = set()
+    for kind, out, seconds in results:
+        s = stats[kind]
+        s[0] += len(out)
+        s[1] += sum(size for _, size, _ in out)
+        s[2] += seconds
+        s[3] = max([s[3]] + [size for _, size, _ in out])
+        written += sum(w for _, _, w in out)
+        keep.update(path for path, _, _ in out)
+    # Only the installation's own texts stay in the root; the compile step owns the files
+    # of the families that install compiled data (and their text copies while it cannot
+    # compile them).
+    compiled = [f for f in plan if f.target]
+    owned = keep | {text_copy(f) for f in compiled}
+    removed = 0
+    for kind in files.KINDS:
+        removed += remove_stale(os.path.join(root, "ddb", "*", "ddb_*." + kind), owned)
+        if staging:
+            removed += remove_stale(os.path.join(staging, "*", "ddb_*." + kind), keep)
     if staging:
-        removed += remove_stale(os.path.join(staging, "*", "ddb_*.hdr"), keep)
-        manifest = "".join("%s\t%s\n" % pair for pair in plan.manifest)
+        manifest = "".join("%s\t%s\n" % (f.text, f.target) for f in compiled)
         written += write_if_changed(os.path.join(staging, MANIFEST), manifest)
-    sizes = sorted(r[1] for r in results)
-    summary = ("%d device files, %d HDR files (%d staged for compiling), %d bytes of HDR text "
-               "(smallest %d, largest %d)\n") % (len(plan.device_files), len(results), len(plan.manifest),
-                                                sum(sizes), sizes[0] if sizes else 0, sizes[-1] if sizes else 0)
-    print("gen_device_files: %s%d written, %d removed, %.1f s" % (summary, written, removed,
-                                                                   time.monotonic() - start))
+    lines = ["%-9s %5d files %11d bytes %6.1f s of processor time, largest %d bytes" % (kind, *stats[kind])
+             for kind in files.KINDS]
+    total = [sum(stats[k][i] for k in files.KINDS) for i in range(3)]
+    summary = ("%d device files; data files by kind (%d of them staged for compiling):\n%s\n"
+               "total     %5d files %11d bytes %6.1f s of processor time\n") % (
+        len(device_files), len(compiled), "\n".join(lines), *total)
+    print("gen_device_files: %s%d written, %d removed, %.1f s" % (summary, written, removed, time.monotonic() - start))
     if args.stamp:
         write_if_changed(args.stamp, summary)
         os.utime(args.stamp)

@@ -210,6 +210,19 @@ def element_ports(base, cls, lut_inputs, width):
             ("ENA", I, "ENABLE", 1), ("DATAOUT", O, "DATA_OUT", width[0])]
 
 
+def default_vccio(gen):
+    """The I/O supply of a bank that nothing else sets, and the I/O standard that goes with it."""
+    vccio = "3_3V" if gen <= 2 else "2_5V" if gen <= 4 else "1_8V"
+    return vccio, {"3_3V": "LVTTL", "2_5V": "LVCMOS25", "1_8V": "LVCMOS18"}[vccio]
+
+
+def bank_vccio(facts, bank):
+    """The I/O supply that bank `bank` (from 0) is characterised at: the default for the
+    first bank, the others in turn through the supplies that the generation offers."""
+    vccio = ["3_3V", "2_5V", "1_8V", "1_5V", "1_2V"][:2 + min(3, facts.gen // 2)]
+    return vccio[bank % len(vccio)] if bank else default_vccio(facts.gen)[0]
+
+
 def short_names(bases):
     """A short name per base name: the initials of its words (digits kept), longer
     prefixes of the words where two would be equal."""

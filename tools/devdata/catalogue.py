@@ -199,5 +199,10 @@ class DeviceFacts:
     def r(self, name):
         return self.res.get(name, 0)
 
+    def grade_range(self, grade):
+        """(lowest, highest) junction temperature of a temperature grade in the family."""
+        lo, hi = self.family.int("MIN_%s_TEMP" % grade), self.family.int("MAX_%s_TEMP" % grade)
+        return (0, 85) if lo == hi else (lo, hi)
+
     def has(self, *traits):
         return any(t in self.traits for t in traits)

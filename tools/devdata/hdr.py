@@ -9,46 +9,13 @@ on one line when small, else as a lone "{" with one row a line, as the library's
 write them.
 """
 
-import hashlib
-import random
 import re
 
-from .architecture import LOCATIONS, FRAMES_PER_COLUMN, Architecture, data_width, element_class, \
-    element_ports, element_sites
+from .architecture import LOCATIONS, FRAMES_PER_COLUMN, Architecture, bank_vccio, data_width, default_vccio, \
+    element_class, element_ports, element_sites
+from .textform import Writer, seeded
 
 GENERATED_BY = "tools/gen_device_files.py"
-
-
-class Writer:
-    """Lines of the HDR text."""
-
-    def __init__(self):
-        self.lines = []
-
-    def attr(self, indent, key, value):
-        self.lines.append("%s%s = %s" % (indent, key, value))
-
-    def string(self, indent, key, value):
-        assert '"' not in value, value
-        self.lines.append('%s%s = "%s"' % (indent, key, value))
-
-    def table(self, indent, key, rows):
-        """A 2D value: small ones on one line ({{1, 2}, {3, 4}}), larger ones as a lone "{"
-        and one row a line, each row one tab deeper ("{ 1 2 }", the last closing the array)."""
-        if not rows:
-            return
-        if len(rows) <= 4 and sum(len(r) for r in rows) <= 16:
-            self.lines.append("%s%s = {%s}" % (indent, key, ", ".join(
-                "{%s}" % ", ".join(map(str, r)) for r in rows)))
-            return
-        self.lines.append("%s%s = {" % (indent, key))
-        inner = indent + "\t{ "
-        body = [inner + " ".join(map(str, r)) + " }" for r in rows]
-        body[-1] += "}"
-        self.lines.extend(body)
-
-    def text(self):
-        return "\n".join(self.lines) + "\n"
 
 
 class Generator:
@@ -58,7 +25,7 @@ class Generator:
 
     def __init__(self, tables, facts, scale):
         self.t, self.f, self.scale = tables, facts, scale
-        self.rng = random.Random(int.from_bytes(hashlib.sha256(facts.name.encode()).digest()[:8], "big"))
+        self.rng = seeded(facts.name)
         self.w = Writer()
         a = self.a = Architecture(tables, facts, scale)
         self.columns, self.height, self.used, self.plan, self.sites = a.columns, a.height, a.used, a.plan, a.sites
@@ -90,7 +57,7 @@ class Generator:
         xcvr = f.r("Transceiver channels")
         frames = self.a.frame_bases()[1]
         config_bits = f.r("Configuration bits")
-        temps = [self.grade_range(g) for g in f.grades] or [(0, 85)]
+        temps = [f.grade_range(g) for g in f.grades] or [(0, 85)]
         # JTAG identification: version 0, part number from the device enumerator, maker code.
         idcode = 0x0200_0000 | (t.enum("dev_device_enum").value[f.name] << 12) | 0x0DD
         bools = {
@@ -149,8 +116,7 @@ class Generator:
         for key, on in bools.items():
             w.attr("", "BOOL_" + key, "true" if on else "false")
         speeds = [int(re.sub(r"\D", "", s)) for s in f.speeds] or [0]
-        default_vccio = "3_3V" if f.gen <= 2 else "2_5V" if f.gen <= 4 else "1_8V"
-        io_standard = {"3_3V": "LVTTL", "2_5V": "LVCMOS25", "1_8V": "LVCMOS18"}[default_vccio]
+        vccio, io_standard = default_vccio(f.gen)
         ints = [
             ("NUM_LABS", labs), ("NUM_LES_PER_LAB", les_per_lab),
             ("NUM_REGISTERS_PER_LAB", f.r("Registers") // labs if labs else 0),
@@ -173,7 +139,7 @@ class Generator:
             ("MAX_FANOUT", 1 << 20), ("CONFIG_BITS", config_bits), ("CONFIG_FRAMES", frames),
             ("CONFIG_FRAME_BITS", -(-config_bits // frames)), ("IDCODE", idcode), ("IDCODE_MASK", 0x0FFFFFFF),
             ("JTAG_IR_LENGTH", 10), ("USERCODE_DEFAULT", -1), ("CORE_VOLTAGE", f.voltage or "GENERIC_VOLTAGE"),
-            ("DEFAULT_VCCIO", default_vccio), ("DEFAULT_IO_STANDARD", io_standard),
+            ("DEFAULT_VCCIO", vccio), ("DEFAULT_IO_STANDARD", io_standard),
             ("MIN_JUNCTION_TEMP", min(lo for lo, _ in temps)), ("MAX_JUNCTION_TEMP", max(hi for _, hi in temps)),
             ("DIE_WIDTH_UM", 900 + len(cols) * 61), ("DIE_HEIGHT_UM", 900 + (height + 2) * 57),
             ("PROCESS_NODE_NM", [350, 220, 130, 90, 65, 40, 28, 14][min(f.gen, 7)]),
@@ -196,7 +162,7 @@ class Generator:
             w.attr("", "INT_" + key, value)
         w.attr("", "ENUM_DEVICE", f.name)
         w.attr("", "ENUM_FAMILY", f.family.name)
-        wide = max(f.grades, key=lambda g: (self.grade_range(g)[1] - self.grade_range(g)[0], g)) \
+        wide = max(f.grades, key=lambda g: (f.grade_range(g)[1] - f.grade_range(g)[0], g)) \
             if f.grades else "GENERIC_TEMPERATURE"
         w.attr("", "ENUM_TEMPERATURE", wide)
         stem = (f.base_device or f.name)
@@ -221,12 +187,7 @@ class Generator:
         for key, value in strings:
             if value:
                 w.string("", "STRING_" + key, value)
-        self.global_tables(temps, io_banks, default_vccio)
-
-    def grade_range(self, grade):
-        fam = self.f.family
-        lo, hi = fam.int("MIN_%s_TEMP" % grade), fam.int("MAX_%s_TEMP" % grade)
-        return (0, 85) if lo == hi else (lo, hi)
+        self.global_tables(temps, io_banks, vccio)
 
     def global_tables(self, temps, io_banks, default_vccio):
         f, w, cols, h = self.f, self.w, self.columns, self.height
@@ -236,8 +197,7 @@ class Generator:
         for b in range(io_banks):
             first = b * perimeter // io_banks
             banks.append([b, first, (b + 1) * perimeter // io_banks - 1])
-        vccio = ["3_3V", "2_5V", "1_8V", "1_5V", "1_2V"][:2 + min(3, f.gen // 2)]
-        w.table("", "2D_INT_IO_BANK_VCCIO", [[b, vccio[b % len(vccio)] if b else default_vccio] for b in range(io_banks)])
+        w.table("", "2D_INT_IO_BANK_VCCIO", [[b, bank_vccio(f, b)] for b in range(io_banks)])
         w.table("", "2D_INT_IO_BANK_LOCATIONS", banks)
         w.table("", "2D_INT_CLOCK_REGION_BOUNDS", self.a.clock_regions())
         mx, my = width // 2, (h + 2) // 2
