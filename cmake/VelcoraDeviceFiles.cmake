@@ -17,7 +17,6 @@ find_package(Python3 COMPONENTS Interpreter REQUIRED)
 set(VELCORA_DEVICE_STAGING "${CMAKE_BINARY_DIR}/device_staging" CACHE INTERNAL
     "Device-data texts of the families whose data is compiled to .ddb at build time")
 # The name the test registration (cmake/VelcoraGenerated.cmake) knows the staging folder by.
-set(VELCORA_HDR_STAGING "${VELCORA_DEVICE_STAGING}" CACHE INTERNAL "Alias of VELCORA_DEVICE_STAGING")
 file(GLOB VELCORA_DEVDATA_SOURCES CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tools/devdata/*.py")
 file(GLOB VELCORA_TABLE_DEFS CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/host/tables/*.def")
 
