@@ -122,7 +122,8 @@ void DEV_TEXT_READER::note(const std::string& message) {
 // Diagnostics
 
 namespace {
-DEV_TEXT_DIAGNOSTICS* innermost_diagnostics = nullptr;
+// Per thread, like the host's message captures: a reader reports to the capture of its own thread.
+thread_local DEV_TEXT_DIAGNOSTICS* innermost_diagnostics = nullptr;
 }
 
 DEV_TEXT_DIAGNOSTICS::DEV_TEXT_DIAGNOSTICS() : m_previous(innermost_diagnostics) { innermost_diagnostics = this; }
@@ -153,6 +154,8 @@ DEV_TEXT_FILE::DEV_TEXT_FILE(DEV_TEXT_READER& reader, const FIO_PATH& path, cons
     if (!directory) m_open = m_archive.open(path, DEV_ARCHIVE::READ) && m_archive.good();
     if (m_open) return;
     std::vector<std::string> texts;
+    // The archive's own note on a missing file stands for the same problem.
+    if (!exists) texts.push_back("File " + full + " does not exist.");
     if (!exists && reports.missing_file) {
         std::string text(reports.missing_file);
         const size_t at = text.find("%s");

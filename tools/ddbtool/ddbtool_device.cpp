@@ -31,10 +31,14 @@ const std::vector<const DDBTOOL_DEVICE_KIND*>& kinds() {
     return table;
 }
 
-void print_kinds(std::FILE* out) {
+}  // namespace
+
+void ddbtool_print_device_kinds(std::FILE* out) {
     std::fputs("\nKinds of device data:\n", out);
     for (const DDBTOOL_DEVICE_KIND* kind : kinds()) std::fprintf(out, "  %-12s %s\n", kind->type(), kind->description());
 }
+
+namespace {
 
 struct OPTIONS {
     int level = 9;
@@ -195,7 +199,7 @@ int ddbtool_device(const std::vector<std::string>& args) {
     if (sub != "compile" && sub != "dump" && sub != "info") {
         ddbtool_error("device", sub.empty() ? "no subcommand given" : "unknown subcommand \"" + sub + "\"");
         std::fputs(DEVICE_USAGE, stderr);
-        print_kinds(stderr);
+        ddbtool_print_device_kinds(stderr);
         return 2;
     }
     OPTIONS o;
@@ -206,4 +210,4 @@ int ddbtool_device(const std::vector<std::string>& args) {
 }
 
 const DDBTOOL_COMMAND DDBTOOL_DEVICE = {"device", "compile, dump and describe device data files", DEVICE_USAGE,
-                                        ddbtool_device, print_kinds};
+                                        ddbtool_device, ddbtool_print_device_kinds};

@@ -5,6 +5,7 @@
 #ifndef VELCORA_TOOLS_DDBTOOL_DEVICE_KIND_H
 #define VELCORA_TOOLS_DDBTOOL_DEVICE_KIND_H
 
+#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
@@ -43,6 +44,9 @@ public:
 const std::vector<const DDBTOOL_DEVICE_KIND*>& ddbtool_device_kinds();
 const DDBTOOL_DEVICE_KIND* ddbtool_device_kind_of(const FIO_PATH& path);
 const DDBTOOL_DEVICE_KIND* ddbtool_device_kind_named(const std::string& type);
+
+// Lists the kinds with their descriptions under a heading (for the commands' help).
+void ddbtool_print_device_kinds(std::FILE* out);
 
 // The kinds, one function each (ddbtool_kind_<type>.cpp).
 const DDBTOOL_DEVICE_KIND& ddbtool_kind_hdr();
