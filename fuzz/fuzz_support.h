@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -14,6 +15,8 @@
 #include <iterator>
 #include <memory>
 #include <string>
+
+#include <zlib.h>
 
 #include "host/msg.h"
 
@@ -77,6 +80,48 @@ inline MSG_CAPTURE& quiet_reports() {
 
 // The bundled installation of the build tree, unless the environment names another.
 inline void use_bundled_installation() { setenv("VELCORA_ROOTDIR", VELCORA_BUNDLED_ROOT, 0); }
+
+inline void put_le(std::string& out, uint64_t v, int bytes) {
+    for (int i = 0; i < bytes; ++i) out.push_back(static_cast<char>((v >> (8 * i)) & 0xFF));
+}
+
+// The segment's header as the persistent store writes it: "VDDB", format version 1, two
+// reserved bytes, the payload length (8 bytes) and its CRC-32, little endian.
+inline std::string persistent_segment(const std::string& payload) {
+    std::string out("VDDB");
+    put_le(out, 1, 2);
+    put_le(out, 0, 2);
+    put_le(out, payload.size(), 8);
+    put_le(out, crc32(0L, reinterpret_cast<const Bytef*>(payload.data()), static_cast<uInt>(payload.size())),
+           4);
+    return out + payload;
+}
+
+inline std::string compressed(const std::string& bytes, int level) {
+    uLongf size = compressBound(bytes.size());
+    std::string out(size, '\0');
+    FUZZ_CHECK(compress2(reinterpret_cast<Bytef*>(&out[0]), &size, reinterpret_cast<const Bytef*>(bytes.data()),
+                         bytes.size(), level) == Z_OK,
+               "zlib could not compress the segment");
+    out.resize(size);
+    return out;
+}
+
+// The persistent file a harness of a .ddb reader reads. Byte 0 of the input picks the form
+// (mod 3): 0 the rest of the input as the file; 1 the rest as a segment payload under a valid
+// header (magic, version, length, checksum), so mutations reach the object decoder instead of
+// dying at the checksum; 2 that segment compressed as one zlib stream at level byte 1 (mod 9,
+// plus 1). Byte 1 is skipped in every form. False for inputs shorter than two bytes.
+inline bool persistent_file_from(const uint8_t* data, size_t size, std::string& file) {
+    if (size < 2) return false;
+    const std::string rest(reinterpret_cast<const char*>(data) + 2, size - 2);
+    switch (data[0] % 3) {
+    case 0: file = rest; break;
+    case 1: file = persistent_segment(rest); break;
+    default: file = compressed(persistent_segment(rest), data[1] % 9 + 1); break;
+    }
+    return true;
+}
 
 }  // namespace fuzz
 

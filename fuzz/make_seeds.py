@@ -120,6 +120,14 @@ def family_info_seeds(text):
                 "DEV_RESOURCES = {\n", "######\t(User name - "] + keys + values + resources)
 
 
+def fnv(name):
+    """The tag a stored class is written with: the FNV-1a hash of its name."""
+    h = 2166136261
+    for c in name.encode():
+        h = ((h ^ c) * 16777619) & 0xFFFFFFFF
+    return struct.pack("<I", h)
+
+
 def catalogue_seeds(build):
     legacy = build / "velcora" / "ddb" / "legacy"
     seeds = {}
@@ -137,16 +145,81 @@ def catalogue_seeds(build):
             seeds["payload_compressed_" + stem] = bytes([2, 8]) + segment[20:]
     write_corpus("catalogue_pdb", seeds)
 
-    def fnv(name):
-        h = 2166136261
-        for c in name.encode():
-            h = ((h ^ c) * 16777619) & 0xFFFFFFFF
-        return struct.pack("<I", h)
     sources = (ROOT / "ddb" / "dev" / "ddb_dev__pdb.cpp").read_text()
     classes = sorted(set(re.findall(r"SERIALIZER\((\w+)", sources)) | {"DEV_FAMILY_INFO"})
     write_dict("catalogue_pdb", "The segment magic and version, the stored classes' tags, counts and lengths.",
                [b"VDDB", b"\x01\x00", b"\x00\x00\x00\x00", b"\x01\x00\x00\x00", b"\xff\xff\xff\x3f",
                 b"\xff\xff\xff\xff"] + [fnv(c) for c in classes])
+
+
+def hdr_block(lines, opener):
+    """The first block of the HDR lines that opens with `opener`, up to its "end" line."""
+    start = next(i for i, line in enumerate(lines) if line.startswith(opener))
+    end = next(i for i in range(start, len(lines)) if lines[i].rstrip("\n") == "end")
+    return "".join(lines[start:end + 1])
+
+
+# Rules the generated files do not show: an embedded block, a reopened block, a debug name,
+# an include, a 2D table over continuation lines, and a few bad lines.
+HDR_HAND_WRITTEN = """INT_NUM_LABS = 4
+location LAB
+\tINT_NUM_SUB_LOCS = 2
+\tport LAB_CLK
+\t\tINT_INPUT_PORT_TYPE = 1
+\t\tSTRING_DEBUG_NAME = "clk"
+\tend
+end
+location LAB
+\tBOOL_IS_ROUTABLE = true
+end
+element LOGIC_LUT
+\tLOCATIONS = LAB
+\tPORTS = LAB_CLK
+\t2D_INT_DELAYS = {
+\t{ 1 2 3 }
+\t{ 4 5 6 }}
+end
+include "no_such_file.hdr"
+bogus line
+"""
+
+
+def hdr_seeds(build):
+    text = min((p for p in (build / "velcora" / "ddb").glob("*/ddb_*.hdr")), key=lambda p: p.stat().st_size)
+    lines = text.read_text().splitlines(keepends=True)
+    first_port = next(i for i, line in enumerate(lines) if line.startswith("port "))
+    element_end = next(i for i in range(first_port, len(lines)) if lines[i].startswith("element "))
+    element_end = next(i for i in range(element_end, len(lines)) if lines[i].rstrip("\n") == "end")
+    top = "".join(line for line in lines if line[:1] not in ("\t", "{") and not line.startswith(("location", "port", "element", "end")))
+    texts = {
+        "top_level_keys": top[:6000],
+        "one_location": hdr_block(lines, "location "),
+        "ports_and_their_element": hdr_block(lines, "location ") + "".join(lines[first_port:element_end + 1]),
+        "hand_written": HDR_HAND_WRITTEN,
+    }
+    write_corpus("hdr_text", {label: t.encode() for label, t in texts.items()})
+    keys = sorted(set(re.findall(r"^\t*((?:BOOL|INT|STRING|2D_INT)_[A-Z0-9_]+) = ", text.read_text(), re.M)))
+    write_dict("hdr_text", "Block words, list keys, punctuation and the keys of a generated HDR file.",
+               ["location ", "port ", "element ", "end\n", "include ", "LOCATIONS = ", "PORTS = ", " = ", "{", "}",
+                "{ ", " }", '"', "\t", "#", "true", "false", "INT_INPUT_PORT_TYPE", "INT_OUTPUT_PORT_TYPE",
+                "STRING_DEBUG_NAME"] + keys)
+
+    seeds = {}
+    with tempfile.TemporaryDirectory() as tmp:
+        for label in ("ports_and_their_element", "hand_written"):
+            source, compiled = pathlib.Path(tmp, label + ".hdr"), pathlib.Path(tmp, label + "_hdr.ddb")
+            source.write_text(texts[label])
+            subprocess.run([str(build / "tools" / "ddbtool"), "device", "compile", "--level", "6", str(source),
+                            str(compiled)], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            raw = compiled.read_bytes()
+            seeds["file_" + label] = bytes([0, 0]) + raw
+            seeds["payload_" + label] = bytes([1, 0]) + zlib.decompress(raw)[20:]
+    write_corpus("basic_info_pdb", seeds)
+    sources = (ROOT / "ddb" / "dev" / "ddb_dev__pdb.cpp").read_text()
+    classes = sorted(set(re.findall(r"SERIALIZER\((DEV_(?:LOCATION|PORT|ELEMENT|BASIC)\w+)", sources)))
+    write_dict("basic_info_pdb", "The segment magic and version, counts, object numbers and the stored classes' tags.",
+               [b"VDDB", b"\x01\x00", b"\x00\x00\x00\x00", b"\x01\x00\x00\x00", b"\x02\x00\x00\x00",
+                b"\xff\xff\xff\x3f", b"\xff\xff\xff\xff"] + [fnv(c) for c in classes])
 
 
 def list_seeds():
@@ -222,6 +295,7 @@ def main():
     catalogue_seeds(build)
     list_seeds()
     tcl_seeds(text)
+    hdr_seeds(build)
 
 
 if __name__ == "__main__":
