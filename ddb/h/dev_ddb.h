@@ -22,6 +22,7 @@
 #include "dev_family_info_mgr_body.h"
 #include "dev_family_manager.h"
 #include "dev_handle.h"
+#include "dev_location.h"
 #include "dev_location_desc.h"
 #include "dev_owned_vector.h"
 #include "dev_pad_info.h"
