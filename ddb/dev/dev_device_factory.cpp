@@ -17,15 +17,19 @@ struct OPENING {
     DEV_DEVICE_ENUM device_enum;
     DEV_FAMILY_ENUM family;
     DEV_PART_ENUM part;  // DEV_PART_INVALID when opened for a device
+    const DEV_DEVICE_DESC* record;  // the device's catalogue record (null when unknown)
 };
 
 void load_basic_info(OPENING& o) {
+    // The catalogue says which devices have no basic info: nothing to look for.
+    if (o.record && o.record->has_trait(DEV_DEVICE_TRAIT_NO_HDR_DATA)) return;
     auto* body = new DEV_BASIC_INFO_BODY;
     body->set_enum_data(DEV_BASIC_INFO_ENUM_DEVICE, o.device_enum);
     body->set_enum_data(DEV_BASIC_INFO_ENUM_FAMILY, o.family);
     if (o.part != DEV_PART_INVALID) body->set_enum_data(DEV_BASIC_INFO_ENUM_PART, o.part);
     auto* basic_info = new DEV_BASIC_INFO(body);
-    if (!basic_info->load_data()) {
+    // A missing file is reported by the loader, which keeps the empty body: no aspect then.
+    if (!basic_info->load_data() || basic_info->get_loaded_path().full_path().empty()) {
         delete basic_info;
         return;
     }
@@ -49,7 +53,7 @@ DEV_DEVICE* open(DEV_DEVICE_ENUM device, DEV_PART_ENUM part, unsigned aspects) {
     auto* body = new DEV_DEVICE_BODY;
     body->set_ace_info(nullptr);
     body->set_part_info(nullptr);
-    OPENING o{new DEV_DEVICE(body), body, device, record ? record->get_family() : DEV_FAMILY_INVALID, part};
+    OPENING o{new DEV_DEVICE(body), body, device, record ? record->get_family() : DEV_FAMILY_INVALID, part, record};
     for (const ASPECT_LOADER& loader : LOADERS)
         if (aspects & loader.aspect) loader.load(o);
     return o.device;
