@@ -110,7 +110,6 @@ DEV_ATTRIBUTE_SYNTAX::DEV_ATTRIBUTE_SYNTAX(const DEV_ATTRIBUTE_FORMAT& format) :
             m_required_prefix_length[k] = std::strlen(m_required_prefix[k]);
         }
     }
-    m_continuation.pattern(DEV_REGEXP(DEV_2D_CONTINUATION_PATTERN).engine_pattern());
 }
 
 bool DEV_ATTRIBUTE_SYNTAX::match_group(VTL_REGEXP& regexp, const std::string& line, size_t group,
@@ -147,9 +146,26 @@ bool DEV_ATTRIBUTE_SYNTAX::match(ASTR_KIND kind, const std::string& line) {
     return true;
 }
 
+bool dev_2d_continuation_group(const std::string& line, size_t* begin, size_t* end) {
+    // ^\s*(\{\{?.+\}\}?)\s*$ : after the leading blanks a "{"; the last character before the
+    // trailing blanks a "}"; at least one character between them, none a newline (which "."
+    // does not match). The greedy ".+" makes the group end at that last "}".
+    size_t first = 0;
+    while (first < line.size() && is_pattern_blank(line[first])) ++first;
+    if (first == line.size() || line[first] != '{') return false;
+    size_t last = line.size();
+    while (last > first && is_pattern_blank(line[last - 1])) --last;
+    if (last - first < 3 || line[last - 1] != '}') return false;
+    if (std::memchr(line.data() + first + 1, '\n', last - first - 2)) return false;
+    *begin = first;
+    *end = last;
+    return true;
+}
+
 bool DEV_ATTRIBUTE_SYNTAX::match_continuation(const std::string& line) {
-    if (!match_group(m_continuation, line, 1, m_piece)) return false;
-    m_value += m_piece;
+    size_t begin, end;
+    if (!dev_2d_continuation_group(line, &begin, &end)) return false;
+    m_value.append(line, begin, end - begin);
     return true;
 }
 

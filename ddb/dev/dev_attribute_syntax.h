@@ -37,6 +37,10 @@ struct DEV_ATTRIBUTE_FORMAT {
 
 // The line that continues a 2D value whose text was a lone "{".
 extern const char* const DEV_2D_CONTINUATION_PATTERN;
+// The match of DEV_2D_CONTINUATION_PATTERN, found without the engine (the lines of a large
+// table are long, and the pattern's greedy ".+" walks each one twice): false when the line
+// does not match, else group 1 is [*begin, *end).
+bool dev_2d_continuation_group(const std::string& line, size_t* begin, size_t* end);
 
 // The compiled patterns of one format and the key and value of the last matched line.
 // Not shared between parses running at the same time (it holds the match state).
@@ -69,7 +73,7 @@ public:
         }
         return false;
     }
-    // Appends group 1 of a continuation line to value().
+    // Appends group 1 of a continuation line to value() (dev_2d_continuation_group).
     bool match_continuation(const std::string& line);
 
     // "Invalid int key: " followed by key(), in the format's wording of the kind.
@@ -87,10 +91,8 @@ private:
     // match, when the pattern reads "\s*(" and that prefix first (null: always ask the engine).
     const char* m_required_prefix[ASTR_KIND_COUNT];
     size_t m_required_prefix_length[ASTR_KIND_COUNT];
-    VTL_REGEXP m_continuation;
     std::string m_key;
     std::string m_value;
-    std::string m_piece;
 };
 
 // Value conversions of one key, one overload per stored type (`names` is the key kind's

@@ -567,6 +567,7 @@ bool dev_string_to_2d_int(const ASTR_VALUE_NAMES& names, int key, const std::str
                           DEV_2D_INT_ARRAY* int_2d_result) {
     if (!DEV_ASSERT(int_2d_result != NULL)) return false;
     std::string token;
+    std::vector<int> gathered;
     DEV_2D_INT_ARRAY& result = *int_2d_result;
     size_t rows = 0;  // rows filled so far; existing row vectors are reused
     // The first brace is the array's outer brace; rows are the braces after it.
@@ -585,10 +586,10 @@ bool dev_string_to_2d_int(const ASTR_VALUE_NAMES& names, int key, const std::str
             result.emplace_back();
         }
         std::vector<int>& row = result[rows++];
-        row.clear();
-        row.reserve(static_cast<size_t>(std::count(p, row_end, ',') + 1));
-        // After a bad element later rows are collected but not parsed. Tokens are split
-        // at commas and blanks, empty ones skipped.
+        // The row is gathered in a buffer and copied once, so that it holds exactly its
+        // elements. After a bad element later rows are collected but not parsed. Tokens are
+        // split at commas and blanks, empty ones skipped.
+        gathered.clear();
         while (ok) {
             while (p != row_end && (*p == ',' || *p == ' ')) ++p;
             if (p == row_end) break;
@@ -596,19 +597,20 @@ bool dev_string_to_2d_int(const ASTR_VALUE_NAMES& names, int key, const std::str
             bool integer = true;
             for (; p != row_end && *p != ',' && *p != ' '; ++p) integer = integer && (is_digit(*p) || *p == '-');
             if (integer) {
-                row.push_back(atoi_token(t, p));
+                gathered.push_back(atoi_token(t, p));
                 continue;
             }
             token.assign(t, p);
             const int row_index = static_cast<int>(rows - 1);
-            const int column = static_cast<int>(row.size());
+            const int column = static_cast<int>(gathered.size());
             if (names.exists_enum_data_by_string(key, row_index, column, token)) {
-                row.push_back(names.get_enum_data_by_string(key, row_index, column, token));
+                gathered.push_back(names.get_enum_data_by_string(key, row_index, column, token));
             } else {
-                row.push_back(-1);
+                gathered.push_back(-1);
                 ok = false;
             }
         }
+        row.assign(gathered.begin(), gathered.end());
         if (close == npos) break;
         scan = close + 1;
     }

@@ -1,5 +1,5 @@
-// Line matching refuses lines whose first word lacks a kind's key prefix without asking the
-// regular-expression engine; the outcome must equal the plain pattern match for any line.
+// Line matching that does without the regular-expression engine (lines whose first word lacks
+// a kind's key prefix; lines of 2D tables) must give the plain pattern's outcome on any line.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -38,4 +38,26 @@ TEST(AttributeLinePrefix, SameOutcomeAsThePatternOnAnyLine) {
         }
         EXPECT_GT(matched, 100);  // the random lines do reach the patterns
     }
+}
+
+// Lines of a 2D table are matched without the engine; group and outcome must be the pattern's.
+TEST(AttributeLinePrefix, ContinuationLinesAsThePatternOnAnyLine) {
+    const std::vector<std::string> pieces = {" ", "\t", "\f", "\v", "\r", "\n", "{", "}", "{{", "}}", "1", "a", ", "};
+    std::mt19937 rng(11);
+    std::uniform_int_distribution<size_t> pick(0, pieces.size() - 1);
+    std::uniform_int_distribution<int> count(0, 9);
+    DEV_REGEXP pattern(DEV_2D_CONTINUATION_PATTERN);
+    int matched = 0;
+    for (int round = 0; round < 50000; ++round) {
+        std::string line;
+        for (int n = count(rng); n > 0; --n) line += pieces[pick(rng)];
+        size_t begin = 0, end = 0;
+        const bool expected = pattern.match(line);
+        ASSERT_EQ(dev_2d_continuation_group(line, &begin, &end), expected) << "[" << line << "]";
+        if (!expected) continue;
+        ++matched;
+        ASSERT_EQ(begin, pattern.group_begin(1)) << "[" << line << "]";
+        ASSERT_EQ(end, pattern.group_end(1)) << "[" << line << "]";
+    }
+    EXPECT_GT(matched, 1000);
 }
