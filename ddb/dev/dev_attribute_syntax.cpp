@@ -2,6 +2,7 @@
 // the 2D continuation rule, and the text conversions of attribute values.
 #include "dev_attribute_syntax.h"
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -288,8 +289,13 @@ void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, const std::ve
 void dev_attribute_to_text(const ASTR_VALUE_NAMES&, int, const std::vector<double>& value, const char*,
                            std::string* out) {
     list_text(value.size(), [&](size_t i) {
+        // "%g", except for the infinities that a number too large for a double becomes:
+        // they are written as such a number, which reads back to them ("inf" would not).
         char buffer[64];
-        std::snprintf(buffer, sizeof buffer, "%g", value[i]);
+        if (std::isinf(value[i]))
+            std::snprintf(buffer, sizeof buffer, "%s", value[i] > 0 ? "1e999" : "-1e999");
+        else
+            std::snprintf(buffer, sizeof buffer, "%g", value[i]);
         *out += buffer;
     }, out);
 }
