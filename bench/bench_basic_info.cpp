@@ -243,14 +243,13 @@ void report_memory() {
 
 }  // namespace
 
-BENCHMARK(BM_BareAnchoredMatch)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_ParseHdrText)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_BareInflate)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_LoadDdb)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_WriteDdb)->Unit(benchmark::kMillisecond);
-
 int main(int argc, char** argv) {
     if (argc == 3 && std::strcmp(argv[1], "--child-memory") == 0) return child_memory(argv[2]);
+    bench::add("BM_BareAnchoredMatch", BM_BareAnchoredMatch);
+    bench::add("BM_ParseHdrText", BM_ParseHdrText);
+    bench::add("BM_BareInflate", BM_BareInflate);
+    bench::add("BM_LoadDdb", BM_LoadDdb);
+    bench::add("BM_WriteDdb", BM_WriteDdb);
     benchmark::Initialize(&argc, argv);
     std::printf("largest HDR text: %s (%ju bytes); its .ddb: %ju bytes\n", text_file().c_str(),
                 static_cast<uintmax_t>(fs::file_size(text_file())), static_cast<uintmax_t>(fs::file_size(ddb_file())));
