@@ -33,6 +33,7 @@ TEST(Device, OwnsItsAspectsBorrowsTimingAndPowerAndDestroysInOrder) {
     RECORDED<DPOW_INFO_MANAGER> power("power");
     {
         auto* body = new DEV_DEVICE_BODY;
+        body->set_part_info(nullptr);  // left unset by the constructor, as the drawing info
         DEV_DEVICE device(body);
         auto* first_die = new RECORDED<DEV_DIE_INFO>("first die");
         body->set_die_info(first_die);
