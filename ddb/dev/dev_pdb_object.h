@@ -4,11 +4,12 @@
 //
 // Writing: a path whose extension is not "ddb" (in any case) is reported with
 // `write_extension` and the extension replaced; a level of 0 is reported with
-// "compression_level != 0" (and written plain); a file that cannot be written is reported
-// with "archive.is_open()". Reading: a path whose extension is not "ddb" is reported with
-// `read_extension`; a file that is missing, foreign, truncated or corrupted, or whose
-// structure does not hold together (the root's check_structure), gives a debug note naming
-// the file and the reason, and no object. Both note their time with the class's texts.
+// "compression_level != 0" (and written plain) unless the class allows plain files; a
+// file that cannot be written is reported with "archive.is_open()". Reading: a path whose
+// extension is not "ddb" is reported with `read_extension`; a file that is missing,
+// foreign, truncated or corrupted, or whose structure does not hold together (the root's
+// check_structure), gives a debug note naming the file and the reason, and no object. Both
+// note their time with the class's texts.
 #ifndef VELCORA_DEV_PDB_OBJECT_H
 #define VELCORA_DEV_PDB_OBJECT_H
 
@@ -29,6 +30,7 @@ struct DEV_PDB_WORDING {
     const char* write_timing;     // "Spent %.0f seconds writing HDR info to PDB: %s"
     const char* read_timing;      // "Spent %.0f seconds loading HDR info from PDB: %s"
     bool timing_in_whole_seconds;  // the timing texts take the seconds as an int ("%d")
+    bool plain_allowed = false;    // a level of 0 (plain) is written without a report
 };
 
 double dev_pdb_seconds_since(std::chrono::steady_clock::time_point start);
@@ -41,7 +43,7 @@ bool dev_pdb_write_root(ROOT& root, FIO_PATH path, int compression_level, const 
         DEV_INTERNAL_ERROR(wording.write_extension);
         path.set_extension("ddb");
     }
-    DEV_ASSERT_TEXT(compression_level != 0, "compression_level != 0");
+    DEV_ASSERT_TEXT(compression_level != 0 || wording.plain_allowed, "compression_level != 0");
     std::string error;
     bool ok;
     try {

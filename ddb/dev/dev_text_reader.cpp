@@ -34,6 +34,25 @@ DEV_WORD dev_first_word(const std::string& line) {
     return DEV_WORD{line.data() + i, j - i};
 }
 
+namespace {
+const DEV_REGEXP& blank_pattern() {
+    static const DEV_REGEXP pattern("^\\s*$");
+    return pattern;
+}
+const DEV_REGEXP& comment_pattern() {
+    static const DEV_REGEXP pattern("^\\s*#.*$");
+    return pattern;
+}
+}  // namespace
+
+DEV_SKIPPED_LINES::DEV_SKIPPED_LINES() : m_blank(blank_pattern()), m_comment(comment_pattern()) {}
+
+bool DEV_SKIPPED_LINES::matches(const std::string& line) {
+    const size_t i = line.find_first_not_of(" \t\n\r\f");
+    if (i == std::string::npos) return m_blank.match(line);
+    return line[i] == '#' && m_comment.match(line);
+}
+
 // ---------------------------------------------------------------------------------------
 // The reader
 

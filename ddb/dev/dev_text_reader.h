@@ -27,6 +27,7 @@
 
 #include "dev_archive_export.h"
 #include "dev_text_diagnostics.h"
+#include "dev_utility.h"
 #include "host/fio.h"
 
 // How the path of an include line is found.
@@ -141,5 +142,16 @@ struct DEV_WORD {
     std::string text() const { return std::string(begin, length); }
 };
 DEV_WORD dev_first_word(const std::string& line);
+
+// The lines every format skips: blank ("^\s*$") and comment ("^\s*#.*$") lines. Only a line
+// that is all blank, or whose first non-blank character is "#", is given to the patterns.
+class DEV_SKIPPED_LINES {
+public:
+    DEV_SKIPPED_LINES();
+    bool matches(const std::string& line);
+
+private:
+    DEV_REGEXP m_blank, m_comment;
+};
 
 #endif

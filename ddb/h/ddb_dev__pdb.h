@@ -16,6 +16,7 @@
 #include "dev_basic_info_body.h"
 #include "dev_family_info.h"
 #include "dev_owned_vector.h"
+#include "dev_part_info.h"
 #include "dev_persistent.h"
 #include "dev_smart_value.h"
 #include "host/pdb_stl.h"
@@ -87,5 +88,10 @@ DEV_PDB_DECLARE(DEV_ELEMENT_DESC)
 DEV_PDB_DECLARE(DEV_ELEMENT_DESC_BODY)
 DEV_PDB_DECLARE(DEV_PORT_TABLE)
 DEV_PDB_DECLARE(DEV_BASIC_INFO_BODY)
+
+// Part info
+DEV_PDB_DECLARE(DEV_POWER_SUPPLY_DESC)
+DEV_PDB_DECLARE(DEV_POWER_SUPPLY_DESC_BODY)
+DEV_PDB_DECLARE(DEV_PART_INFO_BODY)
 
 #endif

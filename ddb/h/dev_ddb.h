@@ -34,6 +34,7 @@
 #include "dev_persistent.h"
 #include "dev_pkg_info.h"
 #include "dev_port_desc.h"
+#include "dev_power_supply_desc.h"
 #include "dev_routing_switch_info.h"
 #include "dev_smart_value.h"
 #include "dev_tcl.h"

@@ -104,6 +104,11 @@ public:
         if (!m_body) dev_handle_report(WORDING::read_without_body);
         return m_body;
     }
+    // The same for a write.
+    BODY* body_to_write() {
+        if (!m_body) dev_handle_report(WORDING::read_without_body);
+        return m_body;
+    }
 
     // Calls a read-only member of the body. Without a body: the missing-body report, then
     // `fallback` (forward_or) or the result type's empty value (forward: null, 0, an empty
@@ -129,6 +134,41 @@ protected:
 private:
     template <typename HANDLE>
     friend struct DEV_PDB_HANDLE_ACCESS;
+};
+
+// The typed setters of the body, for the handles that expose them (most handles leave
+// writing to the body): each stores through the body, or reports the missing body.
+//
+//   class DEV_PART_INFO : public DEV_HANDLE<DEV_PART_INFO_BODY>, public DEV_HANDLE_SETTERS<DEV_PART_INFO> { ... };
+template <typename HANDLE>
+class DEV_HANDLE_SETTERS {
+public:
+    template <typename KEY, typename V>
+    void set_bool_data(KEY key, V&& value) {
+        write([&](auto& body) { body.set_bool_data(key, std::forward<V>(value)); });
+    }
+    template <typename KEY, typename V>
+    void set_int_data(KEY key, V&& value) {
+        write([&](auto& body) { body.set_int_data(key, std::forward<V>(value)); });
+    }
+    template <typename KEY, typename V>
+    void set_enum_data(KEY key, V&& value) {
+        write([&](auto& body) { body.set_enum_data(key, std::forward<V>(value)); });
+    }
+    template <typename KEY, typename V>
+    void set_string_data(KEY key, V&& value) {
+        write([&](auto& body) { body.set_string_data(key, std::forward<V>(value)); });
+    }
+    template <typename KEY, typename V>
+    void set_2d_int_data(KEY key, V&& value) {
+        write([&](auto& body) { body.set_2d_int_data(key, std::forward<V>(value)); });
+    }
+
+private:
+    template <typename WRITE>
+    void write(WRITE&& store) {
+        if (auto* body = static_cast<HANDLE&>(*this).body_to_write()) store(*body);
+    }
 };
 
 #endif

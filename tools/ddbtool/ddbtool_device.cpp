@@ -27,7 +27,10 @@ const char DEVICE_USAGE[] =
 
 // The kinds of device data, in the order the tools list them.
 const std::vector<const DDBTOOL_DEVICE_KIND*>& kinds() {
-    static const std::vector<const DDBTOOL_DEVICE_KIND*> table = {&ddbtool_kind_hdr()};
+    static const std::vector<const DDBTOOL_DEVICE_KIND*> table = {
+        &ddbtool_kind_hdr(),
+        &ddbtool_kind_part_info(),
+    };
     return table;
 }
 
