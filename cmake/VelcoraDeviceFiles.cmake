@@ -30,14 +30,15 @@ add_custom_command(OUTPUT "${VELCORA_DEVICE_FILES_STAMP}"
           "${VELCORA_DATA_STAMP}"
   COMMENT "Writing the bundled device files and their data")
 
-# Compiles each staged text to <base>_<kind>.ddb in its family folder:
-#   ddbtool device compile <staging>/<folder>/<base>.<kind> <root>/ddb/<folder>/<base>_<kind>.ddb
+# Compiles each staged text to <base>_<kind>.ddb in its family folder, at compression level 6
+# (level 9 costs five times the time for 15% less):
+#   ddbtool device compile --level 6 <staging>/<folder>/<base>.<kind> <root>/ddb/<folder>/<base>_<kind>.ddb
 # (through a temporary file beside the target), for the kinds that ddbtool takes.
 set(VELCORA_DEVICE_DDB_STAMP "${VELCORA_BUNDLED_ROOT}/ddb/.device_ddb")
 add_custom_command(OUTPUT "${VELCORA_DEVICE_DDB_STAMP}"
   COMMAND Python3::Interpreter "${PROJECT_SOURCE_DIR}/tools/compile_staged_device_files.py"
           --manifest "${VELCORA_DEVICE_STAGING}/device_manifest.txt" --ddbtool $<TARGET_FILE:ddbtool>
-          --stamp "${VELCORA_DEVICE_DDB_STAMP}"
+          --level 6 --stamp "${VELCORA_DEVICE_DDB_STAMP}"
   DEPENDS "${VELCORA_DEVICE_FILES_STAMP}" ddbtool "${PROJECT_SOURCE_DIR}/tools/compile_staged_device_files.py"
   COMMENT "Installing the staged device data (compiled to .ddb for the kinds ddbtool takes)")
 add_custom_target(bundled_device_files DEPENDS "${VELCORA_DEVICE_FILES_STAMP}" "${VELCORA_DEVICE_DDB_STAMP}")

@@ -14,7 +14,7 @@
 
 namespace {
 
-// The module's six functions, each looked up when first needed.
+// The module's six functions, each looked up when needed.
 typedef ASMDB_DIE* (*READ_DIE)(const char*);
 typedef ASMDB_DIRT* (*READ_DIRT)(const char*);
 typedef int (*WRITE_DIE)(const ASMDB_DIE*, const char*, int);
@@ -29,7 +29,8 @@ std::string installed_module() {
     return FIO_PATH(info.dli_fname).directory() + "/libvelcora_asmdb.so";
 }
 
-// The module, loaded on first use (reported, and null, when it cannot be).
+// The module (reported, and null, when it cannot be loaded). The host keeps a loaded module
+// loaded: a second load of the same module is cheap.
 THR_DRL_HANDLE module() {
     const std::string path = cfg_get_value("dev_asmdb_module", installed_module().c_str());
     THR_DRL_HANDLE handle = thr_drl_load(path.c_str());
@@ -37,7 +38,7 @@ THR_DRL_HANDLE module() {
     return handle;
 }
 
-// A function of the module (reported, and null, when it lacks it).
+// A function of the module (reported, and null, when the module lacks it).
 template <typename FUNCTION>
 FUNCTION function(THR_DRL_HANDLE handle, const char* name) {
     if (!handle) return nullptr;
@@ -62,16 +63,23 @@ void DEV_ASM_INFO::set_asmdb_dirt(ASMDB_DIRT* dirt) {
     m_asmdb_dirt = dirt;
 }
 
-bool DEV_ASM_INFO::load_data_from_pdb(DEV_BASIC_INFO* basic_info) {
-    DEV_ASSERT_TEXT(m_asmdb_die == NULL, "m_asmdb_die == NULL");
-    DEV_ASSERT_TEXT(m_asmdb_dirt == NULL, "m_asmdb_dirt == NULL");
-    if (!DEV_ASSERT_TEXT(basic_info != NULL, "basic_info != NULL")) return false;
+bool DEV_ASM_INFO::get_die_file_path(const DEV_BASIC_INFO* basic_info, FIO_PATH* path) {
+    if (!basic_info || !basic_info->get_body() || !path) return false;
     std::string name;
     if (!basic_info->get_string_data(DEV_BASIC_INFO_STRING_DIE_FILE_NAME, &name) &&
         !basic_info->get_string_data(DEV_BASIC_INFO_STRING_DATA_FILE_STEM, &name))
         name = dstr_get_debug_string(basic_info->get_device_enum());
+    DEV_PATH::build_device_file_path(basic_info->get_family_enum(), name, path, true);
+    return true;
+}
+
+bool DEV_ASM_INFO::load_data_from_pdb(DEV_BASIC_INFO* basic_info) {
+    // Both reported when both are held; what is held stays.
+    const bool die_free = DEV_ASSERT_TEXT(m_asmdb_die == NULL, "m_asmdb_die == NULL");
+    const bool dirt_free = DEV_ASSERT_TEXT(m_asmdb_dirt == NULL, "m_asmdb_dirt == NULL");
     FIO_PATH path;
-    DEV_PATH::build_device_file_path(basic_info->get_family_enum(), name, &path, true);
+    if (!die_free || !dirt_free || !DEV_ASSERT_TEXT(get_die_file_path(basic_info, &path), "basic_info != NULL"))
+        return false;
     THR_DRL_HANDLE handle = module();
     if (READ_DIE read_die = function<READ_DIE>(handle, "asmdb_pdb_read_die"))
         m_asmdb_die = read_die(path.full_path().c_str());

@@ -1,8 +1,11 @@
 // DEV_DEVICE_FACTORY: the table of aspect loaders and the opening of a device.
 #include "dev_device_factory.h"
 
+#include "dev_asm_info.h"
 #include "dev_basic_info.h"
 #include "dev_family_info_mgr_body.h"
+#include "dev_part_info.h"
+#include "dev_routing_switch_info.h"
 #include "host/msg.h"
 #include "host/tables/dev_device_enum.h"
 #include "host/tables/dev_family_enum.h"
@@ -37,6 +40,46 @@ void load_basic_info(OPENING& o) {
     o.body->set_basic_info(basic_info);
 }
 
+// A device without basic info (trait NO_HDR_DATA) has no per-device data files at all.
+bool has_device_data(const OPENING& o) { return !(o.record && o.record->has_trait(DEV_DEVICE_TRAIT_NO_HDR_DATA)); }
+
+void load_part_info(OPENING& o) {
+    if (o.part == DEV_PART_INVALID || !has_device_data(o)) return;
+    auto* part_info = new DEV_PART_INFO;
+    if (!part_info->load_data(o.device, o.part)) {
+        delete part_info;
+        return;
+    }
+    o.body->set_part_info(part_info);
+}
+
+void load_routing_switch_info(OPENING& o) {
+    if (!has_device_data(o)) return;
+    auto* body = new DEV_ROUTING_SWITCH_INFO_BODY;
+    body->set_device(o.device);
+    auto* info = new DEV_ROUTING_SWITCH_INFO(body);
+    if (!info->load_data(o.device_enum)) {
+        delete info;
+        return;
+    }
+    o.body->set_routing_switch_info(info);
+}
+
+// The basic info names the die file; a device whose die file is not installed has no
+// assembler data (and the module is not loaded for it).
+void load_asm_info(OPENING& o) {
+    DEV_BASIC_INFO* basic_info = o.body->get_basic_info();
+    FIO_PATH die;
+    if (!DEV_ASM_INFO::get_die_file_path(basic_info, &die) || !FIO_FILE_SYSTEM::exists(die)) return;
+    auto* asm_info = new DEV_ASM_INFO;
+    asm_info->load_data_from_pdb(basic_info);
+    if (!asm_info->get_asmdb_die()) {
+        delete asm_info;
+        return;
+    }
+    o.body->set_asm_info(asm_info);
+}
+
 struct ASPECT_LOADER {
     unsigned aspect;
     void (*load)(OPENING&);
@@ -45,6 +88,9 @@ struct ASPECT_LOADER {
 // In the order of DEV_DEVICE_FACTORY::ASPECT.
 const ASPECT_LOADER LOADERS[] = {
     {DEV_DEVICE_FACTORY::BASIC_INFO, load_basic_info},
+    {DEV_DEVICE_FACTORY::PART_INFO, load_part_info},
+    {DEV_DEVICE_FACTORY::ROUTING_SWITCH_INFO, load_routing_switch_info},
+    {DEV_DEVICE_FACTORY::ASM_INFO, load_asm_info},
 };
 
 DEV_DEVICE* open(DEV_DEVICE_ENUM device, DEV_PART_ENUM part, unsigned aspects) {

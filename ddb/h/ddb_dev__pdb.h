@@ -9,6 +9,7 @@
 #ifndef VELCORA_DDB_DEV__PDB_H
 #define VELCORA_DDB_DEV__PDB_H
 
+#include <memory>
 #include <typeinfo>
 
 #include "dev_enum_flag.h"
@@ -18,6 +19,7 @@
 #include "dev_owned_vector.h"
 #include "dev_part_info.h"
 #include "dev_persistent.h"
+#include "dev_routing_switch_info_body.h"
 #include "dev_smart_value.h"
 #include "host/pdb_stl.h"
 
@@ -50,6 +52,14 @@ void pdb_xfr(PDB_DDB_SEGMENT& seg, DEV_OWNED_VECTOR<T>& v) {
         v.assign(n, nullptr);
     }
     for (size_t i = 0; i < n && !seg.failed(); ++i) pdb_xfr_numbered(seg, v[i]);
+}
+
+// An owned object that links may point at: stored here under its number.
+template <typename T>
+void pdb_xfr(PDB_DDB_SEGMENT& seg, std::unique_ptr<T>& p) {
+    T* object = p.release();
+    pdb_xfr_numbered(seg, object);
+    p.reset(object);
 }
 
 // A handle's owned body.
@@ -93,5 +103,14 @@ DEV_PDB_DECLARE(DEV_BASIC_INFO_BODY)
 DEV_PDB_DECLARE(DEV_POWER_SUPPLY_DESC)
 DEV_PDB_DECLARE(DEV_POWER_SUPPLY_DESC_BODY)
 DEV_PDB_DECLARE(DEV_PART_INFO_BODY)
+
+// Routing switches
+DEV_PDB_DECLARE(DEV_ROUTING_GLOBAL_INFO)
+DEV_PDB_DECLARE(DEV_ROUTING_GLOBAL_INFO_BODY)
+DEV_PDB_DECLARE(DEV_ROUTING_SWITCH_DESC)
+DEV_PDB_DECLARE(DEV_ROUTING_SWITCH_DESC_BODY)
+DEV_PDB_DECLARE(DEV_PASS_TREE_DESC)
+DEV_PDB_DECLARE(DEV_PASS_TREE_DESC_BODY)
+DEV_PDB_DECLARE(DEV_ROUTING_SWITCH_INFO_BODY)
 
 #endif

@@ -11,9 +11,13 @@
 //   BASIC_INFO           the device's HDR data ("hdr" file, DEV_BASIC_INFO::load_data)
 //   PAD_INFO             the device's pads ("pad" file)
 //   PKG_INFO             the part's package pins ("pkg" file; parts only)
-//   PART_INFO            the part's power supplies ("part_info" file; parts only)
+//   PART_INFO            the part's power supplies ("part_info" file; parts only; a part
+//                        without one is noted, not reported)
 //   ROUTING_SWITCH_INFO  the device's routing switches ("rsi" file)
-//   ASM_INFO             the assembler's die data (after the basic info, which names it)
+//   ASM_INFO             the assembler's die data, read through the assembler-database
+//                        module, for the devices whose die file is installed; the basic info
+//                        names that file, so this aspect comes only with BASIC_INFO
+// Devices without basic info have none of the other aspects either.
 #ifndef VELCORA_DEV_DEVICE_FACTORY_H
 #define VELCORA_DEV_DEVICE_FACTORY_H
 

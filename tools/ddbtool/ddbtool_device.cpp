@@ -30,6 +30,7 @@ const std::vector<const DDBTOOL_DEVICE_KIND*>& kinds() {
     static const std::vector<const DDBTOOL_DEVICE_KIND*> table = {
         &ddbtool_kind_hdr(),
         &ddbtool_kind_part_info(),
+        &ddbtool_kind_rsi(),
     };
     return table;
 }

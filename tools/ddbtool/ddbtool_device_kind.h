@@ -51,5 +51,6 @@ void ddbtool_print_device_kinds(std::FILE* out);
 // The kinds, one function each (ddbtool_kind_<type>.cpp).
 const DDBTOOL_DEVICE_KIND& ddbtool_kind_hdr();
 const DDBTOOL_DEVICE_KIND& ddbtool_kind_part_info();
+const DDBTOOL_DEVICE_KIND& ddbtool_kind_rsi();
 
 #endif

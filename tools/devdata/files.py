@@ -12,9 +12,10 @@ Kinds, each named by its file type (the text form's extension):
              lower case;
   part_info  power supplies, per part: "ddb_" + the part's name (the first name the part-level
              search tries for this kind), ddb_<part>.part_info.
-Pad, package, part-info and routing-switch files exist only for the families whose traits
-say they have such data (HAS_PAD_DATA, HAS_PACKAGE_DATA, HAS_PART_INFO_DATA,
-HAS_ROUTING_SWITCH_DATA); package files need the device's pad file, which their pins name.
+Every such device has its routing switches and every part of it its part info, whatever the
+family's traits say (the library opens every installed device with both). Pad and package
+files exist only for the families whose traits say they have such data (HAS_PAD_DATA,
+HAS_PACKAGE_DATA); package files need the device's pad file, which their pins name.
 
 A family with the trait NEW_DDB_SUPPORT installs every kind compiled: its texts go to the
 staging folder, each with the .ddb file to compile it to beside where the text would have
@@ -24,8 +25,7 @@ been (<base>_<kind>.ddb); the others install the texts themselves.
 import os
 
 KINDS = ("hdr", "pad", "pkg", "part_info", "rsi")
-FAMILY_TRAITS = {"pad": "HAS_PAD_DATA", "pkg": "HAS_PACKAGE_DATA", "part_info": "HAS_PART_INFO_DATA",
-                 "rsi": "HAS_ROUTING_SWITCH_DATA"}
+FAMILY_TRAITS = {"pad": "HAS_PAD_DATA", "pkg": "HAS_PACKAGE_DATA"}
 
 
 class DataFile:
@@ -71,16 +71,15 @@ def plan(catalogue, root, staging):
         parts = catalogue.parts_of[d.name]
         base = "ddb_" + d.name.lower()
         add("hdr", base, parts)
-        for kind in ("pad", "rsi"):
-            if FAMILY_TRAITS[kind] in traits:
-                add(kind, base, parts)
+        if FAMILY_TRAITS["pad"] in traits:
+            add("pad", base, parts)
+        add("rsi", base, parts)
         if FAMILY_TRAITS["pkg"] in traits and FAMILY_TRAITS["pad"] in traits:
             by_base = {}
             for p in parts:
                 by_base.setdefault(part_base(d, p, "pkg"), []).append(p)
             for b, ps in by_base.items():
                 add("pkg", b, ps)
-        if FAMILY_TRAITS["part_info"] in traits:
-            for p in parts:
-                add("part_info", part_base(d, p, "part_info"), [p])
+        for p in parts:
+            add("part_info", part_base(d, p, "part_info"), [p])
     return files
