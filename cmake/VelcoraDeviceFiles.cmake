@@ -41,7 +41,17 @@ add_custom_command(OUTPUT "${VELCORA_DEVICE_DDB_STAMP}"
           --level 6 --stamp "${VELCORA_DEVICE_DDB_STAMP}"
   DEPENDS "${VELCORA_DEVICE_FILES_STAMP}" ddbtool "${PROJECT_SOURCE_DIR}/tools/compile_staged_device_files.py"
   COMMENT "Installing the staged device data (compiled to .ddb for the kinds ddbtool takes)")
-add_custom_target(bundled_device_files DEPENDS "${VELCORA_DEVICE_FILES_STAMP}" "${VELCORA_DEVICE_DDB_STAMP}")
+# The assembler data of the families with the new database, written by the assembler
+# database module from the installed basic info and routing switches: ddb_<die>_die.ddb and
+# ddb_<die>_dirt.ddb, once per die.
+set(VELCORA_ASMDB_STAMP "${VELCORA_BUNDLED_ROOT}/ddb/.asmdb")
+add_custom_command(OUTPUT "${VELCORA_ASMDB_STAMP}"
+  COMMAND ${CMAKE_COMMAND} -E env "VELCORA_ROOTDIR=${VELCORA_BUNDLED_ROOT}"
+          $<TARGET_FILE:asmdb_write> --stamp "${VELCORA_ASMDB_STAMP}"
+  DEPENDS "${VELCORA_DEVICE_DDB_STAMP}" asmdb_write velcora_asmdb
+  COMMENT "Writing the assembler data of the new-database families")
+add_custom_target(bundled_device_files DEPENDS "${VELCORA_DEVICE_FILES_STAMP}" "${VELCORA_DEVICE_DDB_STAMP}"
+  "${VELCORA_ASMDB_STAMP}")
 add_dependencies(bundled_data bundled_device_files)
 
 # Installed: the device files and the data in the form each family uses (text, or .ddb once
@@ -50,5 +60,6 @@ set(VELCORA_DEVICE_FILE_PATTERNS PATTERN "*.device")
 foreach(kind hdr pad pkg part_info rsi)
   list(APPEND VELCORA_DEVICE_FILE_PATTERNS PATTERN "ddb_*.${kind}" PATTERN "ddb_*_${kind}.ddb")
 endforeach()
+list(APPEND VELCORA_DEVICE_FILE_PATTERNS PATTERN "ddb_*_die.ddb" PATTERN "ddb_*_dirt.ddb")
 install(DIRECTORY "${VELCORA_BUNDLED_ROOT}/ddb/" DESTINATION "${CMAKE_INSTALL_DATADIR}/velcora/ddb"
   FILES_MATCHING ${VELCORA_DEVICE_FILE_PATTERNS})

@@ -1,6 +1,8 @@
 // Serialisers of the stored classes, one field list per class in its stored order.
 #include "ddb_dev__pdb.h"
 
+#include "db_bit_setting.h"
+
 #include "host/msg.h"
 
 #define DEV_PDB_SOURCE "ddb/dev/ddb_dev__pdb"
@@ -147,3 +149,38 @@ DEV_PDB_NO_AUTO_MATCH(DEV_ROUTING_SWITCH_DESC_BODY)
 DEV_PDB_NO_AUTO_MATCH(DEV_PASS_TREE_DESC)
 DEV_PDB_NO_AUTO_MATCH(DEV_PASS_TREE_DESC_BODY)
 DEV_PDB_NO_AUTO_MATCH(DEV_ROUTING_SWITCH_INFO_BODY)
+
+// ---------------------------------------------------------------------------------------
+// Bit settings: stored through the base segment
+
+void DB_BIT_SETTING::serialize(PDB_SEGMENT& seg) {
+    static const PDB_CLASS_INFO info("DB_BIT_SETTING");
+    PDB_SEGMENT_BASE::serialize_begin(seg, info, this);
+    {
+        PDB_FIELD_SCOPE field(seg, "setting", "uint8_t", DEV_PDB_SOURCE, __LINE__);
+        seg.xfr(setting);
+    }
+    if (seg.is_reading() && !seg.failed() && setting > DONT_CARE)
+        seg.fail("corrupted: bit setting " + std::to_string(setting));
+    PDB_SEGMENT_BASE::serialize_end(seg);
+}
+
+void DB_BIT_SETTING_ARRAY_SHELL::serialize(PDB_SEGMENT& seg) {
+    static const PDB_CLASS_INFO info("DB_BIT_SETTING_ARRAY_SHELL");
+    PDB_SEGMENT_BASE::serialize_begin(seg, info, this);
+    {
+        PDB_FIELD_SCOPE field(seg, "m_data", "std::vector<DB_BIT_SETTING>", DEV_PDB_SOURCE, __LINE__);
+        size_t n = m_data.size();
+        // Each setting takes its class tag and its byte.
+        if (seg.xfr_count(n, sizeof(uint32_t) + 1)) {
+            PDB_SEGMENT_BASE::stl_begin(seg);
+            if (seg.is_reading()) m_data.assign(n, DB_BIT_SETTING());
+            for (size_t i = 0; i < n && !seg.failed(); ++i) m_data[i].serialize(seg);
+        }
+        if (seg.is_reading() && seg.failed()) m_data.clear();
+    }
+    PDB_SEGMENT_BASE::serialize_end(seg);
+}
+
+DEV_PDB_NO_AUTO_MATCH(DB_BIT_SETTING)
+DEV_PDB_NO_AUTO_MATCH(DB_BIT_SETTING_ARRAY_SHELL)

@@ -2,6 +2,7 @@
 #ifndef VELCORA_DEV_DDB_H
 #define VELCORA_DEV_DDB_H
 
+#include "db_bit_setting.h"
 #include "ddb_dev__pdb.h"
 #include "dev_archive_export.h"
 #include "dev_asm_info.h"

@@ -7,6 +7,7 @@
 
 #include "ddbtool.h"
 #include "ddbtool_device_kind.h"
+#include "dev_asm_info.h"
 #include "dev_device_factory.h"
 #include "dev_family_info_mgr_body.h"
 #include "host/dstr.h"
@@ -135,6 +136,22 @@ int dump(const OPTIONS& o) {
     return 0;
 }
 
+// The assembler data: no text form, only the die file the basic info names.
+void print_asm_info(const DEV_DEVICE* opened) {
+    const char* const what = "assembler data";
+    FIO_PATH die;
+    const DEV_ASM_INFO* info = opened ? opened->get_asm_info() : nullptr;
+    if (!DEV_ASM_INFO::get_die_file_path(opened ? opened->get_basic_info() : nullptr, &die))
+        std::printf("  %-20s unknown without the basic info\n", what);
+    else if (!FIO_FILE_SYSTEM::exists(die))
+        std::printf("  %-20s not installed (%s)\n", what, die.full_path().c_str());
+    else if (!info || !info->get_asmdb_die())
+        std::printf("  %-20s %s: could not be read\n", what, die.full_path().c_str());
+    else
+        std::printf("  %-20s %s: die%s\n", what, die.full_path().c_str(),
+                    info->get_asmdb_dirt() ? " and routing description" : "");
+}
+
 int info(const OPTIONS& o) {
     if (o.files.size() != 1) {
         ddbtool_error("device", "info expects one DEVICE or PART");
@@ -166,13 +183,16 @@ int info(const OPTIONS& o) {
         FIO_PATH path;
         const bool found = kind->locate(device, part, &path);
         const std::string held = opened ? kind->describe(*opened) : std::string();
-        if (!found)
+        if (!found && path.full_path().empty())
+            std::printf("  %-20s per part\n", kind->description());
+        else if (!found)
             std::printf("  %-20s not installed (%s)\n", kind->description(), path.full_path().c_str());
         else if (held.empty())
             std::printf("  %-20s %s: could not be read\n", kind->description(), path.full_path().c_str());
         else
             std::printf("  %-20s %s: %s\n", kind->description(), path.full_path().c_str(), held.c_str());
     }
+    print_asm_info(opened.get());
     return 0;
 }
 

@@ -172,7 +172,9 @@ class Generator:
             ("DESCRIPTION", "%s device with %d logic cells and %d user I/O" % (f.family.user, f.logic, f.io)),
             ("DATA_SOURCE", "device architecture model, generation %d" % f.gen), ("DATA_VERSION", "%d.%d" % (f.gen, 7)),
             ("GENERATOR", GENERATED_BY), ("DIE_NAME", "D_" + stem), ("DIE_REVISION", "A"),
-            ("ROUTING_DESCRIPTION_FILE", "ddb_%s.rsi" % f.name.lower()), ("DIE_FILE_NAME", "ddb_%s.die" % stem.lower()),
+            # The assembler's die file ddb_<stem>_die.ddb (a name for the library's rule, which
+            # prefixes "ddb_"), and its routing description beside it.
+            ("ROUTING_DESCRIPTION_FILE", "ddb_%s_dirt.ddb" % stem.lower()), ("DIE_FILE_NAME", "%s_die" % stem.lower()),
             ("TIMING_FILE_NAME", "ddb_%s.tmg" % f.name.lower()), ("POWER_FILE_NAME", "ddb_%s.pwr" % stem.lower()),
             ("DATA_FILE_STEM", stem), ("BASE_DEVICE_NAME", f.base_device),
             ("MIGRATION_GROUP", "%s_%s" % (f.family.name, "_".join(sorted({p for p, _ in f.packages})))),
