@@ -35,7 +35,7 @@ struct ASMDB_TILE_KIND {
     }
 };
 
-struct ASMDB_DIE {
+struct ASMDB_EXPORT ASMDB_DIE {
     std::string device;
     int32_t columns = 0;
     int32_t rows = 0;
@@ -67,7 +67,7 @@ struct ASMDB_TILE_ROUTING {
     }
 };
 
-struct ASMDB_DIRT {
+struct ASMDB_EXPORT ASMDB_DIRT {
     std::string device;
     std::vector<ASMDB_TILE_ROUTING> kinds;
 
