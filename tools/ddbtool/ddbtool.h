@@ -35,5 +35,7 @@ int ddbtool_check(const std::vector<std::string>& args);
 extern const DDBTOOL_COMMAND DDBTOOL_CHECK;
 int ddbtool_device(const std::vector<std::string>& args);
 extern const DDBTOOL_COMMAND DDBTOOL_DEVICE;
+int ddbtool_verify(const std::vector<std::string>& args);
+extern const DDBTOOL_COMMAND DDBTOOL_VERIFY;
 
 #endif

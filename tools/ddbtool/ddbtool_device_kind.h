@@ -33,7 +33,8 @@ public:
     virtual const char* description() const = 0;  // "basic info"
     virtual std::unique_ptr<DDBTOOL_DEVICE_DATA> create() const = 0;
     // The file the library loads for the device (and part, when one is given); false with
-    // the first candidate when none is installed.
+    // the first candidate when none is installed. A kind whose files are per part answers
+    // false with no path for a device alone (DEV_PART_INVALID).
     virtual bool locate(DEV_DEVICE_ENUM device, DEV_PART_ENUM part, FIO_PATH* path) const = 0;
     // The aspect's counts in an opened device; "" when the device does not hold it.
     virtual std::string describe(const DEV_DEVICE& device) const = 0;

@@ -10,7 +10,7 @@
 namespace {
 
 const DDBTOOL_COMMAND* const COMMANDS[] = {&DDBTOOL_CAT, &DDBTOOL_PACK, &DDBTOOL_CATALOGUE, &DDBTOOL_DEVICE,
-                                           &DDBTOOL_CHECK};
+                                           &DDBTOOL_CHECK, &DDBTOOL_VERIFY};
 
 void print_tool_usage(std::FILE* out) {
     std::fprintf(out,
