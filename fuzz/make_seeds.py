@@ -283,6 +283,138 @@ def tcl_seeds(text):
                + parts[::400] + devices[::40])
 
 
+def keys_of(record, kinds):
+    """The key names of a record's .def tables ("INT_NUM_LEVELS", ...)."""
+    names = []
+    for kind in kinds:
+        text = (ROOT / "host" / "tables" / ("%s_%s_data.def" % (record, kind.lower()))).read_text()
+        names += ["%s_%s" % (kind, k) for k in re.findall(r"^ASTR_KEY\((\w+),", text, re.M)]
+    return names
+
+
+def compiled_seeds(build, texts, kind):
+    """Persistent-file seeds of the texts, compiled by ddbtool: the file as it is, and its payload
+    under a valid header."""
+    seeds = {}
+    with tempfile.TemporaryDirectory() as tmp:
+        for label, text in texts.items():
+            source, compiled = pathlib.Path(tmp, label + "." + kind), pathlib.Path(tmp, label + "_" + kind + ".ddb")
+            source.write_text(text)
+            subprocess.run([str(build / "tools" / "ddbtool"), "device", "compile", "--level", "6", str(source),
+                            str(compiled)], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            if not compiled.exists():
+                continue
+            raw = compiled.read_bytes()
+            try:
+                segment = zlib.decompress(raw)
+            except zlib.error:
+                segment = raw
+            seeds["file_" + label] = bytes([0, 0]) + raw
+            seeds["payload_" + label] = bytes([1, 0]) + segment[20:]
+    return seeds
+
+
+def pdb_dict(name, prefixes):
+    sources = (ROOT / "ddb" / "dev" / "ddb_dev__pdb.cpp").read_text()
+    classes = sorted(set(re.findall(r"SERIALIZER\(((?:%s)\w*)" % "|".join(prefixes), sources)))
+    write_dict(name, "The segment magic and version, counts, object numbers and the stored classes' tags.",
+               [b"VDDB", b"\x01\x00", b"\x00\x00\x00\x00", b"\x01\x00\x00\x00", b"\x02\x00\x00\x00",
+                b"\xff\xff\xff\x3f", b"\xff\xff\xff\xff", b"\x1c\x00\x00\x00", b"\x54\x01\x00\x00"]
+               + [fnv(c) for c in classes])
+
+
+# Rules the generated files do not show: a reopened supply, an embedded block, an unknown
+# supply, an include, a 2D table over continuation lines, "end" at the top and bad values.
+PART_INFO_HAND_WRITTEN = """INT_MAX_JUNCTION_TEMP = 100
+power_supply VCCINT
+\tINT_NOMINAL_MV = 900
+power_supply VCCAUX
+\tENUM_VOLTAGE = 2_5V
+end
+power_supply VCCINT
+\t2D_INT_RIPPLE_TABLE = {
+\t{ 10 5 }
+\t{ 1000 3 }}
+\tBOOL_IS_CORE = maybe
+end
+power_supply NO_SUCH_SUPPLY
+\tINT_MIN_MV = 1
+end
+end
+ENUM_TEMPERATURE_GRADE = LUKEWARM
+include "no_such_file.part_info"
+"""
+
+
+def part_info_seeds(build):
+    files = sorted((build / "velcora" / "ddb").glob("*/ddb_*.part_info"), key=lambda p: p.stat().st_size)
+    small, large = files[0].read_text(), files[-1].read_text()
+    blocks = large.split("power_supply ")
+    texts = {"small_part": small, "top_level_and_one_supply": blocks[0] + "power_supply " + blocks[1],
+             "hand_written": PART_INFO_HAND_WRITTEN}
+    write_corpus("part_info_text", {label: t.encode() for label, t in texts.items()})
+    keys = keys_of("dev_part_info", ("BOOL", "INT", "ENUM", "STRING", "2D_INT")) + \
+        keys_of("dev_power_supply_desc", ("BOOL", "INT", "ENUM", "STRING", "2D_INT"))
+    write_dict("part_info_text", "Block words, punctuation, the keys and the power supplies.",
+               ["power_supply ", "end\n", "include ", " = ", "{", "}", "{ ", " }}", '"', "\t", "#", "true", "false"]
+               + keys + enum_names("dev_power_supply_enum")[::2] + enum_names("dev_temperature_enum")[::2])
+    write_corpus("part_info_pdb", compiled_seeds(build, {"small_part": small, "hand_written": PART_INFO_HAND_WRITTEN},
+                                                 "part_info"))
+    pdb_dict("part_info_pdb", ("DEV_PART", "DEV_POWER"))
+
+
+# Rules the generated files do not show: a reopened switch, an embedded block, the MCF string
+# given twice to two switches, a STRING set twice, bad pass trees, lines outside blocks, an
+# include and an unknown switch.
+RSI_HAND_WRITTEN = """INT_NUM_PASS_TREES = 1
+global_info
+\tINT_DEFAULT_SWITCH = H4_TO_V4
+routing_switch H4_TO_V4
+\tPASS_TREES = H4_TREE, NO_TREE
+\tSTRING_MCF_NAME = "rs:a"
+\tSTRING_NLSPC_NAME = "a"
+\tINT_MUX_SIZE = 4
+\tINT_MUX_SIZE = 8
+end
+routing_switch V4_TO_H4
+\tSTRING_MCF_NAME = "rs:a"
+\t2D_INT_DELAY_TABLE = {
+\t{ 1 2 }
+\t{ 3 4 }}
+end
+routing_switch H4_TO_V4
+\tSTRING_NLSPC_NAME = "b"
+\tBOOL_IS_GLOBAL = true
+end
+pass_tree H4_TREE
+\tINT_NUM_LEVELS = 2
+end
+routing_switch NO_SUCH_SWITCH
+end
+include "no_such_file.rsi"
+"""
+
+
+def rsi_seeds(build):
+    text = min((build / "velcora" / "ddb").glob("*/ddb_*.rsi"), key=lambda p: p.stat().st_size).read_text()
+    lines = text.splitlines(keepends=True)
+    first_switch = next(i for i, line in enumerate(lines) if line.startswith("routing_switch "))
+    ends = [i for i in range(first_switch, len(lines)) if lines[i].rstrip("\n") == "end"]
+    texts = {"global_and_pass_trees": "".join(lines[:first_switch]),
+             "two_switches": "".join(lines[first_switch:ends[1] + 1]),
+             "hand_written": RSI_HAND_WRITTEN}
+    write_corpus("rsi_text", {label: t.encode() for label, t in texts.items()})
+    keys = keys_of("dev_routing_global", ("INT", "2D_INT")) + keys_of("dev_pass_tree_desc", ("INT", "2D_INT")) + \
+        keys_of("dev_routing_switch_desc", ("BOOL", "INT", "STRING", "2D_INT"))
+    write_dict("rsi_text", "Block words, punctuation, the keys, a few switches and the pass trees.",
+               ["global_info\n", "routing_switch ", "pass_tree ", "end\n", "include ", "PASS_TREES = ", ", ", " = ",
+                "{", "}", '"', "\t", "#", "true", "false"] + keys + enum_names("dev_pass_tree_enum")[::2]
+               + enum_names("dev_routing_switch_enum")[::2][::17] + enum_names("dev_location_enum")[::2][:12])
+    write_corpus("rsi_pdb", compiled_seeds(build, {"two_switches": "".join(lines[:ends[1] + 1]),
+                                                   "hand_written": RSI_HAND_WRITTEN}, "rsi"))
+    pdb_dict("rsi_pdb", ("DEV_ROUTING", "DEV_PASS"))
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--build", default=str(ROOT / "build" / "release"),
@@ -296,6 +428,8 @@ def main():
     list_seeds()
     tcl_seeds(text)
     hdr_seeds(build)
+    part_info_seeds(build)
+    rsi_seeds(build)
 
 
 if __name__ == "__main__":
