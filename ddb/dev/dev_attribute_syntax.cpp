@@ -6,6 +6,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <map>
+#include <mutex>
+#include <vector>
 
 #include "host/msg.h"
 
@@ -92,15 +95,36 @@ const DEV_ATTRIBUTE_FORMAT& DEV_ATTRIBUTE_FORMAT::part_info() {
 // no RSI block reads ENUM lines.
 const DEV_ATTRIBUTE_FORMAT& DEV_ATTRIBUTE_FORMAT::rsi() { return part_info(); }
 
+namespace {
+
+// A format's patterns, compiled once per process: every syntax of the format copies them (a
+// copy shares the compiled code and keeps its own match state), so that a reader of many
+// small files does not compile its patterns for each.
+const VTL_REGEXP* compiled_patterns(const DEV_ATTRIBUTE_FORMAT& format) {
+    static std::mutex guard;
+    static std::map<const DEV_ATTRIBUTE_FORMAT*, std::vector<VTL_REGEXP>> compiled;
+    std::lock_guard<std::mutex> lock(guard);
+    std::vector<VTL_REGEXP>& patterns = compiled[&format];
+    if (patterns.empty()) {
+        patterns.resize(ASTR_KIND_COUNT);
+        // Patterns go through the Perl-escape translation once; matching then uses the
+        // engine directly so that group texts are cut out of the line without copying it.
+        for (int k = 0; k < ASTR_KIND_COUNT; ++k)
+            if (format.pattern[k]) patterns[k].pattern(DEV_REGEXP(format.pattern[k]).engine_pattern());
+    }
+    return patterns.data();
+}
+
+}  // namespace
+
 DEV_ATTRIBUTE_SYNTAX::DEV_ATTRIBUTE_SYNTAX(const DEV_ATTRIBUTE_FORMAT& format) : m_format(format) {
-    // Patterns go through the Perl-escape translation once; matching then uses the
-    // engine directly so that group texts are cut out of the line without copying it.
+    const VTL_REGEXP* patterns = compiled_patterns(format);
     for (int k = 0; k < ASTR_KIND_COUNT; ++k) {
         m_compiled[k] = format.pattern[k] != nullptr;
         m_required_prefix[k] = nullptr;
         m_required_prefix_length[k] = 0;
         if (!m_compiled[k]) continue;
-        m_patterns[k].pattern(DEV_REGEXP(format.pattern[k]).engine_pattern());
+        m_patterns[k] = patterns[k];
         // Patterns of the form [^]\s*(<prefix>... cannot match a line whose first word lacks
         // the prefix; such lines are refused without asking the engine (same outcome).
         std::string text = format.pattern[k];
