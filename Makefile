@@ -65,6 +65,9 @@ run: build
 	@echo "== The Tcl package ::velcora::device at the tclsh prompt (tcl/demo.tcl):"
 	@echo
 	@TCLLIBPATH=$(CURDIR)/$(BUILD_RELEASE)/ddb VELCORA_ROOTDIR=$(CURDIR)/$(BUILD_RELEASE)/velcora tclsh tcl/demo.tcl
+	@echo
+	@echo "== One part of a device as the library opens it, every aspect (ddbtool device info OS5E590H1760C1):"
+	@VELCORA_ROOTDIR=$(CURDIR)/$(BUILD_RELEASE)/velcora $(DDBTOOL) device info OS5E590H1760C1
 
 bench: build
 	@for b in $(BUILD_RELEASE)/bench/bench_*; do [ -x "$$b" ] && VELCORA_ROOTDIR=$(CURDIR)/$(BUILD_RELEASE)/velcora "$$b"; done
