@@ -53,8 +53,9 @@ void load_part_info(OPENING& o) {
     o.body->set_part_info(part_info);
 }
 
+// The generic device stands for its family and has no routing switches of its own.
 void load_routing_switch_info(OPENING& o) {
-    if (!has_device_data(o)) return;
+    if (!has_device_data(o) || o.device_enum == DEV_DEVICE_GENERIC) return;
     auto* body = new DEV_ROUTING_SWITCH_INFO_BODY;
     body->set_device(o.device);
     auto* info = new DEV_ROUTING_SWITCH_INFO(body);

@@ -13,7 +13,7 @@
 //   PKG_INFO             the part's package pins ("pkg" file; parts only)
 //   PART_INFO            the part's power supplies ("part_info" file; parts only; a part
 //                        without one is noted, not reported)
-//   ROUTING_SWITCH_INFO  the device's routing switches ("rsi" file)
+//   ROUTING_SWITCH_INFO  the device's routing switches ("rsi" file; none for the generic device)
 //   ASM_INFO             the assembler's die data, read through the assembler-database
 //                        module, for the devices whose die file is installed; the basic info
 //                        names that file, so this aspect comes only with BASIC_INFO
