@@ -3,6 +3,8 @@
 
 #include "dev_basic_info.h"
 #include "dev_family_info_mgr_body.h"
+#include "dev_pad_info.h"
+#include "dev_pkg_info.h"
 #include "host/msg.h"
 #include "host/tables/dev_device_enum.h"
 #include "host/tables/dev_family_enum.h"
@@ -33,6 +35,28 @@ void load_basic_info(OPENING& o) {
     o.body->set_basic_info(basic_info);
 }
 
+void load_pad_info(OPENING& o) {
+    auto* pad_info = new DEV_PAD_INFO(new DEV_PAD_INFO_BODY);
+    pad_info->get_body()->set_device(o.device);
+    if (!pad_info->load_data(o.part)) {
+        delete pad_info;
+        return;
+    }
+    o.body->set_pad_info(pad_info);
+}
+
+// A package belongs to a part.
+void load_pkg_info(OPENING& o) {
+    if (o.part == DEV_PART_INVALID) return;
+    auto* pkg_info = new DEV_PKG_INFO(new DEV_PKG_INFO_BODY);
+    pkg_info->get_body()->set_device(o.device);
+    if (!pkg_info->load_data(o.part)) {
+        delete pkg_info;
+        return;
+    }
+    o.body->set_pkg_info(pkg_info);
+}
+
 struct ASPECT_LOADER {
     unsigned aspect;
     void (*load)(OPENING&);
@@ -41,6 +65,8 @@ struct ASPECT_LOADER {
 // In the order of DEV_DEVICE_FACTORY::ASPECT.
 const ASPECT_LOADER LOADERS[] = {
     {DEV_DEVICE_FACTORY::BASIC_INFO, load_basic_info},
+    {DEV_DEVICE_FACTORY::PAD_INFO, load_pad_info},
+    {DEV_DEVICE_FACTORY::PKG_INFO, load_pkg_info},
 };
 
 DEV_DEVICE* open(DEV_DEVICE_ENUM device, DEV_PART_ENUM part, unsigned aspects) {
@@ -50,6 +76,8 @@ DEV_DEVICE* open(DEV_DEVICE_ENUM device, DEV_PART_ENUM part, unsigned aspects) {
     body->set_ace_info(nullptr);
     body->set_part_info(nullptr);
     OPENING o{new DEV_DEVICE(body), body, device, record ? record->get_family() : DEV_FAMILY_INVALID, part};
+    // The PAD reader asks the basic info for the device's family.
+    if (aspects & DEV_DEVICE_FACTORY::PAD_INFO) aspects |= DEV_DEVICE_FACTORY::BASIC_INFO;
     for (const ASPECT_LOADER& loader : LOADERS)
         if (aspects & loader.aspect) loader.load(o);
     return o.device;

@@ -9,6 +9,7 @@
 #ifndef VELCORA_DDB_DEV__PDB_H
 #define VELCORA_DDB_DEV__PDB_H
 
+#include <memory>
 #include <typeinfo>
 
 #include "dev_enum_flag.h"
@@ -16,6 +17,8 @@
 #include "dev_basic_info_body.h"
 #include "dev_family_info.h"
 #include "dev_owned_vector.h"
+#include "dev_pad_info_body.h"
+#include "dev_pkg_info_body.h"
 #include "dev_persistent.h"
 #include "dev_smart_value.h"
 #include "host/pdb_stl.h"
@@ -49,6 +52,14 @@ void pdb_xfr(PDB_DDB_SEGMENT& seg, DEV_OWNED_VECTOR<T>& v) {
         v.assign(n, nullptr);
     }
     for (size_t i = 0; i < n && !seg.failed(); ++i) pdb_xfr_numbered(seg, v[i]);
+}
+
+// An owned record that links may point at, numbered as the records of a DEV_OWNED_VECTOR.
+template <typename T>
+void pdb_xfr(PDB_DDB_SEGMENT& seg, std::unique_ptr<T>& p) {
+    T* raw = p.release();
+    pdb_xfr_numbered(seg, raw);
+    p.reset(raw);
 }
 
 // A handle's owned body.
@@ -87,5 +98,16 @@ DEV_PDB_DECLARE(DEV_ELEMENT_DESC)
 DEV_PDB_DECLARE(DEV_ELEMENT_DESC_BODY)
 DEV_PDB_DECLARE(DEV_PORT_TABLE)
 DEV_PDB_DECLARE(DEV_BASIC_INFO_BODY)
+
+// Pads and packages
+DEV_PDB_DECLARE(DEV_PAD)
+DEV_PDB_DECLARE(DEV_PAD_BODY)
+DEV_PDB_DECLARE(DEV_IO_STANDARD_DESC)
+DEV_PDB_DECLARE(DEV_IO_STANDARD_DESC_BODY)
+DEV_PDB_DECLARE(DEV_IO_RULE)
+DEV_PDB_DECLARE(DEV_IO_RULE_BODY)
+DEV_PDB_DECLARE(DEV_PAD_INFO_BODY)
+DEV_PDB_DECLARE(DEV_PIN)
+DEV_PDB_DECLARE(DEV_PKG_INFO_BODY)
 
 #endif

@@ -7,8 +7,10 @@
 //
 // Aspects, in the order they are loaded (bits of `aspects`):
 //   BASIC_INFO           the device's HDR data ("hdr" file, DEV_BASIC_INFO::load_data)
-//   PAD_INFO             the device's pads ("pad" file)
-//   PKG_INFO             the part's package pins ("pkg" file; parts only)
+//   PAD_INFO             the device's pads ("pad" file; brings the basic info along, which
+//                        the PAD reader asks for the device's family)
+//   PKG_INFO             the part's package pins ("pkg" file; parts only), whose
+//                        get_device is the opened device
 //   PART_INFO            the part's power supplies ("part_info" file; parts only)
 //   ROUTING_SWITCH_INFO  the device's routing switches ("rsi" file)
 //   ASM_INFO             the assembler's die data (after the basic info, which names it)
