@@ -50,5 +50,10 @@ void ddbtool_print_device_kinds(std::FILE* out);
 
 // The kinds, one function each (ddbtool_kind_<type>.cpp).
 const DDBTOOL_DEVICE_KIND& ddbtool_kind_hdr();
+const DDBTOOL_DEVICE_KIND& ddbtool_kind_pad();
+const DDBTOOL_DEVICE_KIND& ddbtool_kind_pkg();
+
+// `device pins PART [--svg FILE]` (ddbtool_pins.cpp).
+int ddbtool_device_pins(const std::vector<std::string>& args);
 
 #endif
