@@ -21,6 +21,7 @@ struct KIND {
     std::string label;
     std::string fill;
     std::string stroke;
+    std::string text = "#000000";  // the ball names on it
 };
 
 struct BALL {
@@ -57,14 +58,14 @@ public:
     int kind_of(uint32_t id) {
         const DEV_PKG_INFO_BODY& p = m_package;
         if (flag(p, id, DEV_PIN_BOOL_IS_NO_CONNECT)) return fixed("no-connect", "#ffffff", "#888888");
-        if (flag(p, id, DEV_PIN_BOOL_IS_GROUND)) return fixed("ground", "#2b2b2b", "#000000");
-        if (flag(p, id, DEV_PIN_BOOL_IS_POWER)) return fixed("power", "#d62728", "#7f1010");
+        if (flag(p, id, DEV_PIN_BOOL_IS_GROUND)) return fixed("ground", "#2b2b2b", "#000000", "#ffffff");
+        if (flag(p, id, DEV_PIN_BOOL_IS_POWER)) return fixed("power", "#d62728", "#7f1010", "#ffffff");
         if (flag(p, id, DEV_PIN_BOOL_IS_USER_IO)) {
             const bool banked = p.is_valid_pin_int_enum(id, DEV_PIN_INT_IO_BANK);
             return banked ? bank(p.get_pin_int_data(id, DEV_PIN_INT_IO_BANK)) : fixed("user I/O", "#1f77b4", "#0b3d61");
         }
         if (flag(p, id, DEV_PIN_BOOL_IS_CONFIG) || flag(p, id, DEV_PIN_BOOL_IS_JTAG))
-            return fixed("configuration", "#9467bd", "#4b2d6b");
+            return fixed("configuration", "#4b2d6b", "#2a1640", "#ffffff");
         if (flag(p, id, DEV_PIN_BOOL_IS_XCVR)) return fixed("transceiver", "#17becf", "#0b6570");
         return fixed("other dedicated", "#bcbd22", "#6b6b10");
     }
@@ -80,10 +81,10 @@ public:
     }
 
 private:
-    int fixed(const std::string& label, const char* fill, const char* stroke) {
+    int fixed(const std::string& label, const char* fill, const char* stroke, const char* text = "#000000") {
         auto found = m_fixed.find(label);
         if (found != m_fixed.end()) return found->second;
-        m_kinds.push_back({label, fill, stroke});
+        m_kinds.push_back({label, fill, stroke, text});
         return m_fixed[label] = static_cast<int>(m_kinds.size() - 1);
     }
     int bank(int b) {
@@ -206,8 +207,9 @@ bool ddbtool_write_ball_map(const DEV_PKG_INFO_BODY& package, const std::string&
                       ball.x, ball.y, RADIUS, kind.fill.c_str(), kind.stroke.c_str());
         out << buffer << "<title>" << ball_name << " (pin " << ball.pin->get_id() << "): " << escaped(kind.label)
             << "</title></circle>\n";
-        std::snprintf(buffer, sizeof buffer, "<text x=\"%.1f\" y=\"%.1f\" font-size=\"7\" text-anchor=\"middle\">",
-                      ball.x, ball.y + 2.5);
+        std::snprintf(buffer, sizeof buffer,
+                      "<text x=\"%.1f\" y=\"%.1f\" font-size=\"7\" text-anchor=\"middle\" fill=\"%s\">", ball.x,
+                      ball.y + 2.5, kind.text.c_str());
         out << buffer << ball_name << "</text>\n";
     }
     out << "</g>\n<g transform=\"translate(" << map_width << "," << MARGIN + TITLE_HEIGHT << ")\">\n"
