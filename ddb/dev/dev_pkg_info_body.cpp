@@ -13,14 +13,14 @@ DEV_PKG_INFO_BODY::DEV_PKG_INFO_BODY()
       m_pin_string_enum_is_valid(DEV_PIN_STRING_DATA_MAX),
       m_pin_vec_int_enum_is_valid(DEV_PIN_VEC_INT_DATA_MAX) {
     // Every pin has BOOL key 0 from its creation.
-    m_pin_bool_enum_is_valid.set_value(0, true);
+    m_pin_bool_enum_is_valid.set_value(DEV_PIN_BOOL_IS_BONDED, true);
 }
 
 void DEV_PKG_INFO_BODY::destroy_data() {
     m_pin_list.clear();
     m_ids_by_string.clear();
     m_pin_bool_enum_is_valid = VTL_BOOL_VECTOR(DEV_PIN_BOOL_DATA_MAX);
-    m_pin_bool_enum_is_valid.set_value(0, true);
+    m_pin_bool_enum_is_valid.set_value(DEV_PIN_BOOL_IS_BONDED, true);
     m_pin_int_enum_is_valid = VTL_BOOL_VECTOR(DEV_PIN_INT_DATA_MAX);
     m_pin_string_enum_is_valid = VTL_BOOL_VECTOR(DEV_PIN_STRING_DATA_MAX);
     m_pin_vec_int_enum_is_valid = VTL_BOOL_VECTOR(DEV_PIN_VEC_INT_DATA_MAX);

@@ -1,8 +1,8 @@
 // DEV_PIN: one pin of a device package, a plain record (no body): its id (its position among
 // the package's pins), BOOL, INT, STRING and VEC_INT attributes, and the ids of the pads it
 // is bonded to, in the order added (duplicates kept). STRING key 0 is the pin's name. A new
-// pin has BOOL key 0 valid (false). The getters report a key that the pin does not set as
-// "Key not defined in data file: <key>".
+// pin has BOOL key 0 (IS_BONDED) valid and false. The getters report a key that the pin
+// does not set as "Key not defined in data file: <key>".
 #ifndef VELCORA_DEV_PIN_H
 #define VELCORA_DEV_PIN_H
 
@@ -25,7 +25,7 @@ constexpr uint32_t DEV_ILLEGAL_PIN_ID = 0xFFFFFFFFu;
 class DEV_EXPORT DEV_PIN : public DEV_ATTRIBUTE_TABLE<DEV_PIN_BOOL_DATA_ENUM, DEV_PIN_INT_DATA_ENUM,
                                                       DEV_PIN_STRING_DATA_ENUM, DEV_PIN_VEC_INT_DATA_ENUM> {
 public:
-    DEV_PIN() { set_bool_data(static_cast<DEV_PIN_BOOL_DATA_ENUM>(0), false); }
+    DEV_PIN() { set_bool_data(DEV_PIN_BOOL_IS_BONDED, false); }
 
     uint32_t get_id() const { return m_id; }
     void set_id(uint32_t id) { m_id = id; }

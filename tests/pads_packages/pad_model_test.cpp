@@ -54,7 +54,6 @@ TEST_F(CaptureTest, PadReadsFallBackToTheDefaultPadAndNameMissingKeys) {
     EXPECT_FALSE(pad.get_bool_data(DEV_PAD_BOOL_IS_USER_IO));
     EXPECT_TRUE(errors().empty());
     EXPECT_EQ(pad.get_string_data(DEV_PAD_STRING_PAD_NAME), "");
-    EXPECT_FALSE(pad.is_valid_bool_enum(static_cast<DEV_PAD_BOOL_DATA_ENUM>(-1)));
     pad.get_int_data(static_cast<DEV_PAD_INT_DATA_ENUM>(DEV_PAD_INT_DATA_MAX));
     EXPECT_EQ(errors(), (std::vector<std::string>{"Key not defined in data file: STRING_PAD_NAME",
                                                   "key >= 0 && key < DEV_PAD_INT_DATA_MAX"}));
