@@ -106,8 +106,9 @@ TEST_P(InstalledPadsAndPackages, LoadAlikeFromTextAndDdbAndBondToRealPads) {
             }
         for (const auto& bond : bonds) {
             const DEV_PAD* pad = device_pads.get_pad(bond.first);
-            if (pad && pad->get_bool_data(DEV_PAD_BOOL_IS_USER_IO))
+            if (pad && pad->get_bool_data(DEV_PAD_BOOL_IS_USER_IO)) {
                 EXPECT_EQ(bond.second, 1) << path.full_path() << " pad " << bond.first;
+            }
         }
         EXPECT_FALSE(bonds.empty()) << path.full_path();
     }
