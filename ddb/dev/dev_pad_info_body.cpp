@@ -35,26 +35,6 @@ void DEV_PAD_INFO_BODY::destroy_data() {
 // ---------------------------------------------------------------------------------------
 // Pads, global ids and names
 
-DEV_PAD* DEV_PAD_INFO_BODY::get_pad(uint32_t pad_id) const {
-    return pad_id < m_pad_list.size() ? m_pad_list[pad_id] : nullptr;
-}
-
-DEV_PAD* DEV_PAD_INFO_BODY::get_pad_by_global_id(uint32_t gid) const { return get_pad(get_pad_id_by_global_id(gid)); }
-
-uint32_t DEV_PAD_INFO_BODY::get_pad_id_by_global_id(uint32_t gid) const {
-    const uint32_t* pad_id = m_ids_by_global_id.find(gid);
-    return pad_id ? *pad_id : DEV_ILLEGAL_PAD_ID;
-}
-
-DEV_PAD* DEV_PAD_INFO_BODY::get_pad_by_string(const std::string& name) const {
-    return get_pad(get_pad_id_by_string(name));
-}
-
-uint32_t DEV_PAD_INFO_BODY::get_pad_id_by_string(const std::string& name) const {
-    const uint32_t* pad_id = m_ids_by_string.find(name);
-    return pad_id ? *pad_id : DEV_ILLEGAL_PAD_ID;
-}
-
 void DEV_PAD_INFO_BODY::get_pad_gids(uint32_t pad_id, std::vector<uint32_t>* gids) const {
     if (!DEV_ASSERT_TEXT(gids != NULL, "Caller passed NULL gid_vec tp get_pad_gids")) return;
     gids->clear();

@@ -19,6 +19,7 @@ DEV_PKG_INFO_BODY::DEV_PKG_INFO_BODY()
 void DEV_PKG_INFO_BODY::destroy_data() {
     m_pin_list.clear();
     m_ids_by_string.clear();
+    m_pins_by_folded_name = VTL_HASH<std::string, uint32_t, VTL_HASH_NOCASE>();
     m_pin_bool_enum_is_valid = VTL_BOOL_VECTOR(DEV_PIN_BOOL_DATA_MAX);
     m_pin_bool_enum_is_valid.set_value(DEV_PIN_BOOL_IS_BONDED, true);
     m_pin_int_enum_is_valid = VTL_BOOL_VECTOR(DEV_PIN_INT_DATA_MAX);
@@ -65,15 +66,22 @@ std::string upper_cased(const std::string& name) {
 void DEV_PKG_INFO_BODY::add_to_ids_by_string_hash(const std::string& name, uint32_t pin_id) {
     const std::string key = upper_cased(name);
     auto bound = m_ids_by_string.find(key);
-    if (bound == m_ids_by_string.end() || bound->second == 0)
+    if (bound == m_ids_by_string.end() || bound->second == 0) {
         m_ids_by_string[key] = pin_id;
-    else if (bound->second != pin_id)
+        if (uint32_t* indexed = m_pins_by_folded_name.find(key))
+            *indexed = pin_id;
+        else
+            m_pins_by_folded_name.insert(key, pin_id);
+    } else if (bound->second != pin_id) {
         DEV_INTERNAL_ERROR("A different PIN_ID with key " + key + " already exists in the hash table!");
+    }
 }
 
-uint32_t DEV_PKG_INFO_BODY::get_pin_id_by_string(const std::string& name) const {
-    auto bound = m_ids_by_string.find(upper_cased(name));
-    return bound == m_ids_by_string.end() ? DEV_ILLEGAL_PIN_ID : bound->second;
+// Upper-cased keys hash and compare as the index folds them, so a look-up there finds what
+// the map would.
+void DEV_PKG_INFO_BODY::index_pin_names() {
+    m_pins_by_folded_name = VTL_HASH<std::string, uint32_t, VTL_HASH_NOCASE>(2 * m_ids_by_string.size() + 1);
+    for (const auto& entry : m_ids_by_string) m_pins_by_folded_name.insert(entry.first, entry.second);
 }
 
 bool DEV_PKG_INFO_BODY::operator==(const DEV_PKG_INFO_BODY& other) const {
@@ -125,5 +133,7 @@ bool DEV_PKG_INFO_BODY::write_pkg_to_pdb(const FIO_PATH& path, int compression_l
 }
 
 DEV_PKG_INFO_BODY* DEV_PKG_INFO_BODY::load_pkg_from_pdb(const FIO_PATH& path) {
-    return dev_pdb_read_root<DEV_PKG_INFO_BODY>(path, PKG_PDB_WORDING);
+    DEV_PKG_INFO_BODY* body = dev_pdb_read_root<DEV_PKG_INFO_BODY>(path, PKG_PDB_WORDING);
+    if (body) body->index_pin_names();
+    return body;
 }

@@ -66,11 +66,17 @@ public:
     uint32_t get_number_of_pads() const { return static_cast<uint32_t>(m_pad_list.size()); }
     const std::vector<DEV_PAD*>& get_pads() const { return m_pad_list; }
     // Null (or DEV_ILLEGAL_PAD_ID) when unknown.
-    DEV_PAD* get_pad(uint32_t pad_id) const;
-    DEV_PAD* get_pad_by_global_id(uint32_t gid) const;
-    uint32_t get_pad_id_by_global_id(uint32_t gid) const;
-    DEV_PAD* get_pad_by_string(const std::string& name) const;
-    uint32_t get_pad_id_by_string(const std::string& name) const;
+    DEV_PAD* get_pad(uint32_t pad_id) const { return pad_id < m_pad_list.size() ? m_pad_list[pad_id] : nullptr; }
+    DEV_PAD* get_pad_by_global_id(uint32_t gid) const { return get_pad(get_pad_id_by_global_id(gid)); }
+    uint32_t get_pad_id_by_global_id(uint32_t gid) const {
+        const uint32_t* pad_id = m_ids_by_global_id.find(gid);
+        return pad_id ? *pad_id : DEV_ILLEGAL_PAD_ID;
+    }
+    DEV_PAD* get_pad_by_string(const std::string& name) const { return get_pad(get_pad_id_by_string(name)); }
+    uint32_t get_pad_id_by_string(const std::string& name) const {
+        const uint32_t* pad_id = m_ids_by_string.find(name);
+        return pad_id ? *pad_id : DEV_ILLEGAL_PAD_ID;
+    }
     // Empties `gids`, then appends every global id of the pad, in the table's bucket order.
     void get_pad_gids(uint32_t pad_id, std::vector<uint32_t>* gids) const;
     const IDS_BY_GLOBAL_ID& get_ids_by_global_id() const { return m_ids_by_global_id; }

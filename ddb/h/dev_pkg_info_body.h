@@ -24,6 +24,7 @@
 #include "dev_pin.h"
 #include "host/astr.h"
 #include "host/fio.h"
+#include "host/vtl_hash.h"
 #include "host/tables/dev_pkg_enum.h"
 
 class DEV_DEVICE;
@@ -63,7 +64,10 @@ public:
     // another pin it is the conflict report and stays.
     void add_to_ids_by_string_hash(const std::string& name, uint32_t pin_id);
     // DEV_ILLEGAL_PIN_ID when unknown.
-    uint32_t get_pin_id_by_string(const std::string& name) const;
+    uint32_t get_pin_id_by_string(const std::string& name) const {
+        const uint32_t* pin_id = m_pins_by_folded_name.find(name);
+        return pin_id ? *pin_id : DEV_ILLEGAL_PIN_ID;
+    }
     const std::map<std::string, uint32_t>& get_ids_by_string() const { return m_ids_by_string; }
 
     // ---- pin keys through the package --------------------------------------------------------------
@@ -147,6 +151,9 @@ private:
     template <typename KEY>
     DEV_ATTRIBUTE_KEY_RESULT<KEY> pin_value(uint32_t id, KEY key) const;
 
+    // Rebuilds the look-up index of the pin names from the map (after a persistent load).
+    void index_pin_names();
+
     DEV_DEVICE* m_device = nullptr;
     DEV_OWNED_VECTOR<DEV_PIN> m_pin_list;
     VTL_BOOL_VECTOR m_pin_bool_enum_is_valid;
@@ -154,6 +161,9 @@ private:
     VTL_BOOL_VECTOR m_pin_string_enum_is_valid;
     VTL_BOOL_VECTOR m_pin_vec_int_enum_is_valid;
     std::map<std::string, uint32_t> m_ids_by_string;
+    // The same names hashed without regard to letter case, for look-ups: not stored, kept in
+    // step with the map by every add and rebuilt from it when a persistent load completes.
+    VTL_HASH<std::string, uint32_t, VTL_HASH_NOCASE> m_pins_by_folded_name;
 };
 
 template <typename KEY>
