@@ -67,7 +67,7 @@ run: build
 	@TCLLIBPATH=$(CURDIR)/$(BUILD_RELEASE)/ddb VELCORA_ROOTDIR=$(CURDIR)/$(BUILD_RELEASE)/velcora tclsh tcl/demo.tcl
 
 bench: build
-	@for b in $(BUILD_RELEASE)/bench/bench_*; do [ -x "$$b" ] && "$$b"; done
+	@for b in $(BUILD_RELEASE)/bench/bench_*; do [ -x "$$b" ] && VELCORA_ROOTDIR=$(CURDIR)/$(BUILD_RELEASE)/velcora "$$b"; done
 
 install: build
 	cmake --install $(BUILD_RELEASE) $(if $(PREFIX),--prefix $(PREFIX),)

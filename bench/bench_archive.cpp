@@ -1,7 +1,6 @@
 // Line throughput of DEV_ARCHIVE against in-memory and bare-zlib baselines on a synthetic
 // device-data file of about 20 MB, generated at start in a temporary directory. Prints the
 // ratios to the baselines after the runs.
-#include <benchmark/benchmark.h>
 #include <unistd.h>
 #include <zlib.h>
 
@@ -11,6 +10,7 @@
 #include <map>
 #include <string>
 
+#include "bench_support.h"
 #include "dev_archive_export.h"
 
 namespace {
@@ -23,7 +23,7 @@ struct Data {
     size_t lines = 0;
 };
 
-Data& data() {
+Data& archive_data() {
     static Data d;
     return d;
 }
@@ -49,7 +49,7 @@ std::string generate_text(size_t target) {
 }
 
 void setup() {
-    Data& d = data();
+    Data& d = archive_data();
     char templ[] = "/tmp/velcora_bench_archive_XXXXXX";
     if (!mkdtemp(templ)) std::abort();
     d.dir = templ;
@@ -67,7 +67,7 @@ void setup() {
 }
 
 void teardown() {
-    Data& d = data();
+    Data& d = archive_data();
     std::remove(d.plain_path.c_str());
     std::remove(d.compressed_path.c_str());
     rmdir(d.dir.c_str());
@@ -92,15 +92,15 @@ void archive_getline(benchmark::State& state, const std::string& path) {
     state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * lines));
 }
 
-void BM_PlainArchiveGetline(benchmark::State& state) { archive_getline(state, data().plain_path); }
+void BM_PlainArchiveGetline(benchmark::State& state) { archive_getline(state, archive_data().plain_path); }
 
 void BM_CompressedArchiveGetline(benchmark::State& state) {
-    archive_getline(state, data().compressed_path);
+    archive_getline(state, archive_data().compressed_path);
 }
 
 // Baseline: a memchr line split of the same bytes already in memory.
 void BM_MemchrSplit(benchmark::State& state) {
-    const std::string& text = data().text;
+    const std::string& text = archive_data().text;
     size_t lines = 0;
     for (auto _ : state) {
         size_t bytes = 0;
@@ -122,7 +122,7 @@ void BM_MemchrSplit(benchmark::State& state) {
 // Baseline: one bare inflate of the compressed file with 1 KiB buffers.
 void BM_BareInflate(benchmark::State& state) {
     for (auto _ : state) {
-        std::FILE* f = std::fopen(data().compressed_path.c_str(), "rb");
+        std::FILE* f = std::fopen(archive_data().compressed_path.c_str(), "rb");
         unsigned char in[1024], out[1024];
         z_stream s;
         std::memset(&s, 0, sizeof s);
@@ -144,7 +144,7 @@ void BM_BareInflate(benchmark::State& state) {
         std::fclose(f);
         benchmark::DoNotOptimize(produced);
     }
-    state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * data().lines));
+    state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * archive_data().lines));
 }
 
 BENCHMARK(BM_MemchrSplit)->Unit(benchmark::kMillisecond);
@@ -152,51 +152,19 @@ BENCHMARK(BM_PlainArchiveGetline)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BareInflate)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_CompressedArchiveGetline)->Unit(benchmark::kMillisecond);
 
-// Keeps each benchmark's mean time per iteration for the ratio summary.
-class RatioReporter : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override {
-        // With repetitions the median stands for the benchmark; otherwise the single run.
-        for (const Run& r : runs) {
-            const std::string& name = r.run_name.function_name;
-            if (r.run_type == Run::RT_Aggregate && r.aggregate_name == "median") {
-                times[name] = {r.GetAdjustedRealTime(), r.GetAdjustedCPUTime()};
-                medians[name] = true;
-            } else if (r.run_type == Run::RT_Iteration && r.iterations > 0 && !medians[name]) {
-                times[name] = {r.GetAdjustedRealTime(), r.GetAdjustedCPUTime()};
-            }
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
-    std::map<std::string, std::pair<double, double>> times;  // real, CPU
-    std::map<std::string, bool> medians;
-};
-
-void print_ratio(const RatioReporter& rep, const char* what, const char* name, const char* base,
-                 double goal) {
-    auto a = rep.times.find(name), b = rep.times.find(base);
-    if (a == rep.times.end() || b == rep.times.end() || b->second.first <= 0 || b->second.second <= 0)
-        return;
-    const double real = a->second.first / b->second.first;
-    const double cpu = a->second.second / b->second.second;
-    std::printf("%-44s real %5.2fx  cpu %5.2fx  (goal <= %.1fx)%s\n", what, real, cpu, goal,
-                cpu <= goal ? "" : "  OVER GOAL");
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     setup();
-    std::printf("synthetic file: %zu bytes, %zu lines, %lld bytes compressed\n", data().text.size(),
-                data().lines, static_cast<long long>(FIO_FILE_SYSTEM::file_size(data().compressed_path)));
-    RatioReporter reporter;
+    std::printf("synthetic file: %zu bytes, %zu lines, %lld bytes compressed\n", archive_data().text.size(),
+                archive_data().lines, static_cast<long long>(FIO_FILE_SYSTEM::file_size(archive_data().compressed_path)));
+    bench::TIMES reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     std::printf("\ntime per file, ratio to baseline:\n");
-    print_ratio(reporter, "plain getline / in-memory memchr split", "BM_PlainArchiveGetline",
-                "BM_MemchrSplit", 3.0);
-    print_ratio(reporter, "compressed getline / bare inflate (1 KiB)", "BM_CompressedArchiveGetline",
-                "BM_BareInflate", 1.3);
+    reporter.print_ratio("plain getline / in-memory memchr split", "BM_PlainArchiveGetline", "BM_MemchrSplit", 3.0);
+    reporter.print_ratio("compressed getline / bare inflate (1 KiB)", "BM_CompressedArchiveGetline", "BM_BareInflate",
+                         1.3);
     teardown();
     benchmark::Shutdown();
     return 0;

@@ -2,7 +2,7 @@
 // store) against the bare anchored pattern matches of the same lines in the same run.
 // Both sides try the kinds' patterns in the same order (BOOL, INT, ENUM, STRING, 2D_INT,
 // VEC_INT, VEC_DOUBLE, VEC_STRING) until one matches.
-#include <benchmark/benchmark.h>
+#include "bench_support.h"
 
 #include <cstdio>
 #include <map>
@@ -137,35 +137,12 @@ void BM_AttributeLines(benchmark::State& state) {
 BENCHMARK(BM_BareAnchoredMatch)->DenseRange(0, MIX_COUNT - 1)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_AttributeLines)->DenseRange(0, MIX_COUNT - 1)->Unit(benchmark::kMillisecond);
 
-// Remembers the CPU time per iteration of each benchmark (the median with repetitions).
-class CPU_TIMES : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override {
-        for (const Run& run : runs) {
-            const bool median = run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
-            const std::string name = run.run_name.function_name + "/" + run.run_name.args;
-            if (median || (run.run_type == Run::RT_Iteration && !m_from_median[name]))
-                m_cpu[name] = run.GetAdjustedCPUTime();
-            if (median) m_from_median[name] = true;
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
-    double cpu(const std::string& name) const {
-        auto it = m_cpu.find(name);
-        return it == m_cpu.end() ? 0 : it->second;
-    }
-
-private:
-    std::map<std::string, double> m_cpu;
-    std::map<std::string, bool> m_from_median;
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     std::printf("%zu attribute lines per set\n", LINE_COUNT);
-    CPU_TIMES times;
+    bench::TIMES times;
     benchmark::RunSpecifiedBenchmarks(&times);
     std::printf("\nattribute lines handled / bare anchored matches of the same lines (CPU):\n");
     for (int mix = 0; mix < MIX_COUNT; ++mix) {

@@ -5,44 +5,29 @@
 // run into a temporary directory. Prints the ratios after the runs, and the heap and peak
 // memory of one load per part, measured in a fresh process of this program.
 //
-// Run with the bundled installation as root (VELCORA_ROOTDIR, or the build tree's default).
-#include <benchmark/benchmark.h>
+// Run with VELCORA_ROOTDIR naming the bundled installation (as `make bench` does).
 #include <malloc.h>
 #include <sys/resource.h>
-#include <unistd.h>
-#include <zlib.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <map>
 #include <memory>
 #include <string>
 
-#include "dev_family_info_mgr_body.h"
+#include "bench_support.h"
 #include "dev_archive_export.h"
+#include "dev_family_info_mgr_body.h"
 #include "host/gen.h"
 
 namespace {
 
 std::string text_catalogue() { return gen_get_velcora_path() + "h/dev_part_manager_auto.part"; }
 
-// A scratch directory for the run, removed at exit.
-const std::string& scratch() {
-    static const std::string dir = [] {
-        std::string templ = (std::filesystem::temp_directory_path() / "velcora_bench_XXXXXX").string();
-        if (!mkdtemp(&templ[0])) std::abort();
-        std::atexit([] { std::filesystem::remove_all(scratch()); });
-        return templ;
-    }();
-    return dir;
-}
-
 // The cumulative file of the whole catalogue, written once from the text at level 9.
 const FIO_PATH& cumulative_file() {
     static const FIO_PATH path = [] {
-        FIO_PATH p(scratch() + "/ddb_cumulative_info.ddb");
+        FIO_PATH p(bench::scratch() + "/ddb_cumulative_info.ddb");
         DEV_FAMILY_INFO_MGR_BODY store;
         if (!store.read_family_data(FIO_PATH(text_catalogue()))) std::abort();
         store.generate_part_support_traits();
@@ -100,7 +85,7 @@ void BM_WriteDdb(benchmark::State& state) {
         state.SkipWithError("the catalogue did not load");
         return;
     }
-    const FIO_PATH out(scratch() + "/written.ddb");
+    const FIO_PATH out(bench::scratch() + "/written.ddb");
     for (auto _ : state)
         if (!store.write_data_to_pdb(DEV_FAMILY_GENERIC, DEV_FAMILY_DATA_TYPE_INFO, &out, ZLIB_BEST_COMPRESSION)) {
             state.SkipWithError("the catalogue was not written");
@@ -112,54 +97,15 @@ void BM_WriteDdb(benchmark::State& state) {
 // Baseline: read the same file from disk and inflate it whole into a buffer of its size.
 void BM_BareInflate(benchmark::State& state) {
     const std::string file = cumulative_file().full_path();
-    std::string in, out(16 << 20, '\0');
+    std::string out(16 << 20, '\0');
     size_t inflated = 0;
-    for (auto _ : state) {
-        std::FILE* f = std::fopen(file.c_str(), "rb");
-        if (!f) {
-            state.SkipWithError("cannot open the file");
-            return;
-        }
-        in.resize(static_cast<size_t>(FIO_FILE_SYSTEM::file_size(file)));
-        in.resize(std::fread(&in[0], 1, in.size(), f));
-        std::fclose(f);
-        uLongf size = out.size();
-        if (uncompress(reinterpret_cast<Bytef*>(&out[0]), &size, reinterpret_cast<const Bytef*>(in.data()),
-                       in.size()) != Z_OK) {
+    for (auto _ : state)
+        if ((inflated = bench::inflate_file(file, out)) == 0) {
             state.SkipWithError("inflate failed");
             return;
         }
-        inflated = size;
-        benchmark::DoNotOptimize(out.data());
-    }
     state.counters["inflated"] = static_cast<double>(inflated);
 }
-
-// Keeps per benchmark the CPU and real time of an iteration: the median of the repetitions
-// when there are several, else the single run's.
-class RATIOS : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override {
-        for (const Run& r : runs) {
-            const std::string name = r.run_name.function_name;
-            const bool median = r.run_type == Run::RT_Aggregate && r.aggregate_name == "median";
-            if (median || (r.run_type == Run::RT_Iteration && !m_from_median[name]))
-                m_times[name] = {r.GetAdjustedCPUTime(), r.GetAdjustedRealTime()};
-            if (median) m_from_median[name] = true;
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
-    void print(const char* what, const char* a, const char* b) const {
-        auto x = m_times.find(a), y = m_times.find(b);
-        if (x == m_times.end() || y == m_times.end()) return;
-        std::printf("%-44s cpu %7.2fx  real %7.2fx\n", what, x->second.first / y->second.first,
-                    x->second.second / y->second.second);
-    }
-
-private:
-    std::map<std::string, std::pair<double, double>> m_times;
-    std::map<std::string, bool> m_from_median;
-};
 
 // Child mode: one load of FILE into an empty store of a fresh process; prints the part count,
 // the heap the loaded records hold (mallinfo2) and the rise of the peak resident size.
@@ -177,18 +123,11 @@ int child_memory(const char* file) {
 }
 
 void report_memory() {
-    char self[4096];
-    const ssize_t n = readlink("/proc/self/exe", self, sizeof self - 1);
-    if (n <= 0) return;
-    self[n] = '\0';
-    const std::string command = std::string(self) + " --child-memory " + cumulative_file().full_path();
-    std::FILE* p = popen(command.c_str(), "r");
-    if (!p) return;
+    const std::string out = bench::run_child("--child-memory " + cumulative_file().full_path());
     int parts = 0;
     size_t heap = 0;
     long peak_kib = 0;
-    const bool read = std::fscanf(p, "%d %zu %ld", &parts, &heap, &peak_kib) == 3;
-    if (pclose(p) != 0 || !read || parts == 0) {
+    if (std::sscanf(out.c_str(), "%d %zu %ld", &parts, &heap, &peak_kib) != 3 || parts == 0) {
         std::printf("memory: the child load failed\n");
         return;
     }
@@ -207,12 +146,12 @@ BENCHMARK(BM_WriteDdb)->Unit(benchmark::kMillisecond);
 int main(int argc, char** argv) {
     if (argc == 3 && std::strcmp(argv[1], "--child-memory") == 0) return child_memory(argv[2]);
     benchmark::Initialize(&argc, argv);
-    RATIOS reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
+    bench::TIMES times;
+    benchmark::RunSpecifiedBenchmarks(&times);
     std::printf("\nratios of this run:\n");
-    reporter.print("text parse / .ddb load (goal >= 5)", "BM_ParseText", "BM_LoadDdb");
-    reporter.print(".ddb load / bare inflate (goal <= 3)", "BM_LoadDdb", "BM_BareInflate");
-    reporter.print(".ddb write (level 9) / .ddb load", "BM_WriteDdb", "BM_LoadDdb");
+    times.print_ratio("text parse / .ddb load", "BM_ParseText", "BM_LoadDdb", -5);
+    times.print_ratio(".ddb load / bare inflate", "BM_LoadDdb", "BM_BareInflate", 3);
+    times.print_ratio(".ddb write (level 9) / .ddb load", "BM_WriteDdb", "BM_LoadDdb");
     report_memory();
     benchmark::Shutdown();
     return 0;

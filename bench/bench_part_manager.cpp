@@ -5,7 +5,6 @@
 // that only loads the catalogue. Prints the ratios after the runs.
 //
 // Run with the bundled installation as root (VELCORA_ROOTDIR, or the build tree's default).
-#include <benchmark/benchmark.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -15,6 +14,7 @@
 #include <map>
 #include <string>
 
+#include "bench_support.h"
 #include "dev_family_info_mgr_body.h"
 #include "dev_part_manager.h"
 #include "host/vtl_hash.h"
@@ -156,24 +156,6 @@ int child_main(const std::string& mode) {
     return parts.empty() ? 1 : 0;
 }
 
-// Keeps the mean real and CPU time per iteration of every benchmark.
-class TIMES : public benchmark::ConsoleReporter {
-public:
-    std::map<std::string, std::pair<double, double>> times;
-    void ReportRuns(const std::vector<Run>& runs) override {
-        for (const Run& r : runs)
-            if (r.run_type == Run::RT_Iteration && r.iterations > 0)
-                times[r.benchmark_name()] = {r.GetAdjustedRealTime(), r.GetAdjustedCPUTime()};
-        ConsoleReporter::ReportRuns(runs);
-    }
-    void ratio(const char* what, const std::string& measured, const std::string& baseline) const {
-        auto m = times.find(measured), b = times.find(baseline);
-        if (m == times.end() || b == times.end()) return;
-        std::printf("%-52s real %8.2fx  cpu %8.2fx\n", what, m->second.first / b->second.first,
-                    m->second.second / b->second.second);
-    }
-};
-
 }  // namespace
 
 BENCHMARK(BM_BareRecordLoop);
@@ -188,14 +170,14 @@ BENCHMARK(BM_FreshProcessFirstFilter)->Iterations(20)->UseRealTime()->Unit(bench
 int main(int argc, char** argv) {
     if (argc == 2 && std::strncmp(argv[1], "--child-", 8) == 0) return child_main(argv[1]);
     benchmark::Initialize(&argc, argv);
-    TIMES reporter;
+    bench::TIMES reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     std::printf("\nratios to the baselines of this run:\n");
-    reporter.ratio("filter, every criterion any / bare record loop", "BM_FilterAny", "BM_BareRecordLoop");
-    reporter.ratio("filter, one criterion / bare record loop", "BM_FilterOneCriterion", "BM_BareRecordLoop");
-    reporter.ratio("filter, all five criteria / bare record loop", "BM_FilterAllCriteria", "BM_BareRecordLoop");
-    reporter.ratio("cached voltage list / bare hash look-up", "BM_CachedLists", "BM_BareHashLookup");
-    reporter.ratio("fresh process: load + first filter / load only", "BM_FreshProcessFirstFilter/iterations:20/real_time",
+    reporter.print_ratio("filter, every criterion any / bare record loop", "BM_FilterAny", "BM_BareRecordLoop");
+    reporter.print_ratio("filter, one criterion / bare record loop", "BM_FilterOneCriterion", "BM_BareRecordLoop");
+    reporter.print_ratio("filter, all five criteria / bare record loop", "BM_FilterAllCriteria", "BM_BareRecordLoop");
+    reporter.print_ratio("cached voltage list / bare hash look-up", "BM_CachedLists", "BM_BareHashLookup");
+    reporter.print_ratio("fresh process: load + first filter / load only", "BM_FreshProcessFirstFilter/iterations:20/real_time",
                    "BM_FreshProcessLoadOnly/iterations:20/real_time");
     benchmark::Shutdown();
     return 0;

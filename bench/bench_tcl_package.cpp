@@ -6,7 +6,6 @@
 //
 // Run with the bundled installation as root (VELCORA_ROOTDIR, or the build tree's default);
 // tclsh must be on PATH. The package is found beside the library this program runs with.
-#include <benchmark/benchmark.h>
 #include <dlfcn.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -20,6 +19,7 @@
 #include <vector>
 #include <tcl.h>
 
+#include "bench_support.h"
 #include "dev_family_info_mgr_body.h"
 #include "dev_tcl.h"
 #include "dev_part_manager.h"
@@ -153,22 +153,6 @@ void BM_PartQueries(benchmark::State& state) {
     }
 }
 
-class TIMES : public benchmark::ConsoleReporter {
-public:
-    std::map<std::string, double> real;
-    void ReportRuns(const std::vector<Run>& runs) override {
-        for (const Run& r : runs)
-            if (r.run_type == Run::RT_Iteration && r.iterations > 0) real[r.benchmark_name()] = r.GetAdjustedRealTime();
-        ConsoleReporter::ReportRuns(runs);
-    }
-    // Compares benchmarks reported in the same time unit.
-    void ratio(const char* what, const std::string& measured, const std::string& baseline) const {
-        auto m = real.find(measured), b = real.find(baseline);
-        if (m == real.end() || b == real.end()) return;
-        std::printf("%-58s %8.2fx\n", what, m->second / b->second);
-    }
-};
-
 }  // namespace
 
 #define PROCESS_BENCHMARK(name) BENCHMARK(name)->Iterations(20)->UseRealTime()->Unit(benchmark::kMillisecond)
@@ -197,28 +181,27 @@ int main(int argc, char** argv) {
         setenv("TCLLIBPATH", dir.c_str(), 1);
     }
     benchmark::Initialize(&argc, argv);
-    TIMES reporter;
+    bench::TIMES reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     const std::string n20 = "/iterations:20/real_time";
     std::printf("\nratios to the baselines of this run (real time):\n");
-    reporter.ratio("fresh tclsh: require + first get_part_list / C++ load", "BM_FreshTclshFirstQuery" + n20,
+    reporter.print_ratio("fresh tclsh: require + first get_part_list / C++ load", "BM_FreshTclshFirstQuery" + n20,
                    "BM_CatalogueLoad/real_time");
-    reporter.ratio("fresh tclsh: require + first get_part_list / fresh C++ load", "BM_FreshTclshFirstQuery" + n20,
+    reporter.print_ratio("fresh tclsh: require + first get_part_list / fresh C++ load", "BM_FreshTclshFirstQuery" + n20,
                    "BM_FreshProcessCatalogueLoad" + n20);
-    reporter.ratio("fresh tclsh: require only / C++ load", "BM_FreshTclshPackageRequire" + n20, "BM_CatalogueLoad/real_time");
-    reporter.ratio("fresh tclsh, nothing loaded / C++ load", "BM_FreshTclshOnly" + n20, "BM_CatalogueLoad/real_time");
-    reporter.ratio("fresh tclsh, search for an absent package / C++ load", "BM_FreshTclshSearchOnly" + n20,
+    reporter.print_ratio("fresh tclsh: require only / C++ load", "BM_FreshTclshPackageRequire" + n20, "BM_CatalogueLoad/real_time");
+    reporter.print_ratio("fresh tclsh, nothing loaded / C++ load", "BM_FreshTclshOnly" + n20, "BM_CatalogueLoad/real_time");
+    reporter.print_ratio("fresh tclsh, search for an absent package / C++ load", "BM_FreshTclshSearchOnly" + n20,
                    "BM_CatalogueLoad/real_time");
-    auto m = reporter.real.find("BM_FreshTclshFirstQuery" + n20), t = reporter.real.find("BM_FreshTclshSearchOnly" + n20),
-         b = reporter.real.find("BM_CatalogueLoad/real_time");
-    if (m != reporter.real.end() && t != reporter.real.end() && b != reporter.real.end())
-        std::printf("%-58s %8.2fx\n", "what the package adds to tclsh's own start / C++ load",
-                    (m->second - t->second) / b->second);
-    reporter.ratio("get_part_list -family (Tcl) / filter_part_list (C++)", "BM_TclGetPartList/real_time",
+    const double base = reporter.real("BM_CatalogueLoad/real_time");
+    if (base > 0)
+        std::printf("%-52s real %8.2fx\n", "what the package adds to tclsh's own start / C++ load",
+                    (reporter.real("BM_FreshTclshFirstQuery" + n20) - reporter.real("BM_FreshTclshSearchOnly" + n20)) / base);
+    reporter.print_ratio("get_part_list -family (Tcl) / filter_part_list (C++)", "BM_TclGetPartList/real_time",
                    "BM_FilterPartList/real_time");
-    reporter.ratio("report_part_info (Tcl) / its part-manager queries (C++)", "BM_TclReportPartInfo/real_time",
+    reporter.print_ratio("report_part_info (Tcl) / its part-manager queries (C++)", "BM_TclReportPartInfo/real_time",
                    "BM_PartQueries/real_time");
-    reporter.ratio("report_part_info (Tcl) / 16 puts of literal lines (Tcl)", "BM_TclReportPartInfo/real_time",
+    reporter.print_ratio("report_part_info (Tcl) / 16 puts of literal lines (Tcl)", "BM_TclReportPartInfo/real_time",
                    "BM_TclPutsReport/real_time");
     for (const std::string& path : g_scripts) unlink(path.c_str());
     benchmark::Shutdown();

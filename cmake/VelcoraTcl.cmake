@@ -12,12 +12,10 @@ foreach(library velcora_host velcora_ddb)
   target_link_libraries(${library} PRIVATE ${VELCORA_TCL_STUB_LIBRARY})
 endforeach()
 
-foreach(test_target test_tcl_frame test_tcl_package)
-  if(TARGET ${test_target})
-    target_include_directories(${test_target} SYSTEM PRIVATE ${VELCORA_TCL_INCLUDE_DIRS})
-    target_link_libraries(${test_target} PRIVATE ${VELCORA_TCL_LIBRARY})
-  endif()
-endforeach()
+if(TARGET test_tcl)
+  target_include_directories(test_tcl SYSTEM PRIVATE ${VELCORA_TCL_INCLUDE_DIRS})
+  target_link_libraries(test_tcl PRIVATE ${VELCORA_TCL_LIBRARY})
+endif()
 
 # The package index: beside the library in the build tree (TCLLIBPATH=<build>/ddb), and
 # installed two levels below the library, in a directory Debian's tclsh searches for

@@ -80,10 +80,12 @@ private:
 // Library-side shorthands: module "DEV", the reporting source file and line.
 #define DEV_INTERNAL_ERROR(text) \
     MSG_INTERNAL_ERROR_report((text), "DEV", msg_source_name(__FILE__).c_str(), __LINE__)
-// Reports the condition text when the condition fails; evaluates to the condition.
+// Reports the condition as the source spells it when the condition fails; evaluates to the
+// condition. For internal checks only: a reformatted or renamed condition changes the report.
 #define DEV_ASSERT(cond) \
     ((cond) ? true : (DEV_INTERNAL_ERROR(#cond), false))
-// Same, with the report text given separately (the text as the data files' authors wrote it).
+// Same, with the report text given explicitly: every report text that callers and users rely
+// on (the library's documented precondition texts) is written out, independent of the source.
 #define DEV_ASSERT_TEXT(cond, text) \
     ((cond) ? true : (DEV_INTERNAL_ERROR(text), false))
 #define DEV_DEBUG(...) msg_local_vdebug("DEV", __VA_ARGS__)

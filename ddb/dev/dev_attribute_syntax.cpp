@@ -2,6 +2,7 @@
 // the 2D continuation rule, and the text conversions of attribute values.
 #include "dev_attribute_syntax.h"
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -110,7 +111,6 @@ DEV_ATTRIBUTE_SYNTAX::DEV_ATTRIBUTE_SYNTAX(const DEV_ATTRIBUTE_FORMAT& format) :
             m_required_prefix_length[k] = std::strlen(m_required_prefix[k]);
         }
     }
-    m_continuation.pattern(DEV_REGEXP(DEV_2D_CONTINUATION_PATTERN).engine_pattern());
 }
 
 bool DEV_ATTRIBUTE_SYNTAX::match_group(VTL_REGEXP& regexp, const std::string& line, size_t group,
@@ -147,9 +147,26 @@ bool DEV_ATTRIBUTE_SYNTAX::match(ASTR_KIND kind, const std::string& line) {
     return true;
 }
 
+bool dev_2d_continuation_group(const std::string& line, size_t* begin, size_t* end) {
+    // ^\s*(\{\{?.+\}\}?)\s*$ : after the leading blanks a "{"; the last character before the
+    // trailing blanks a "}"; at least one character between them, none a newline (which "."
+    // does not match). The greedy ".+" makes the group end at that last "}".
+    size_t first = 0;
+    while (first < line.size() && is_pattern_blank(line[first])) ++first;
+    if (first == line.size() || line[first] != '{') return false;
+    size_t last = line.size();
+    while (last > first && is_pattern_blank(line[last - 1])) --last;
+    if (last - first < 3 || line[last - 1] != '}') return false;
+    if (std::memchr(line.data() + first + 1, '\n', last - first - 2)) return false;
+    *begin = first;
+    *end = last;
+    return true;
+}
+
 bool DEV_ATTRIBUTE_SYNTAX::match_continuation(const std::string& line) {
-    if (!match_group(m_continuation, line, 1, m_piece)) return false;
-    m_value += m_piece;
+    size_t begin, end;
+    if (!dev_2d_continuation_group(line, &begin, &end)) return false;
+    m_value.append(line, begin, end - begin);
     return true;
 }
 
@@ -272,8 +289,13 @@ void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, const std::ve
 void dev_attribute_to_text(const ASTR_VALUE_NAMES&, int, const std::vector<double>& value, const char*,
                            std::string* out) {
     list_text(value.size(), [&](size_t i) {
+        // "%g", except for the infinities that a number too large for a double becomes:
+        // they are written as such a number, which reads back to them ("inf" would not).
         char buffer[64];
-        std::snprintf(buffer, sizeof buffer, "%g", value[i]);
+        if (std::isinf(value[i]))
+            std::snprintf(buffer, sizeof buffer, "%s", value[i] > 0 ? "1e999" : "-1e999");
+        else
+            std::snprintf(buffer, sizeof buffer, "%g", value[i]);
         *out += buffer;
     }, out);
 }

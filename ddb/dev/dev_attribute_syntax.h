@@ -5,7 +5,6 @@
 #ifndef VELCORA_DEV_ATTRIBUTE_SYNTAX_H
 #define VELCORA_DEV_ATTRIBUTE_SYNTAX_H
 
-#include "dev_export.h"
 
 #include <string>
 #include <vector>
@@ -17,7 +16,7 @@
 // A format's attribute lines: per kind the pattern (group 1 the key, group 2 the value;
 // null for a kind the format does not read), the error texts that precede the offending
 // key or value, and the text that follows a value in a value error.
-struct DEV_EXPORT DEV_ATTRIBUTE_FORMAT {
+struct DEV_ATTRIBUTE_FORMAT {
     const char* pattern[ASTR_KIND_COUNT];
     const char* key_error[ASTR_KIND_COUNT];
     const char* value_error[ASTR_KIND_COUNT];
@@ -37,11 +36,15 @@ struct DEV_EXPORT DEV_ATTRIBUTE_FORMAT {
 };
 
 // The line that continues a 2D value whose text was a lone "{".
-DEV_EXPORT extern const char* const DEV_2D_CONTINUATION_PATTERN;
+extern const char* const DEV_2D_CONTINUATION_PATTERN;
+// The match of DEV_2D_CONTINUATION_PATTERN, found without the engine (the lines of a large
+// table are long, and the pattern's greedy ".+" walks each one twice): false when the line
+// does not match, else group 1 is [*begin, *end).
+bool dev_2d_continuation_group(const std::string& line, size_t* begin, size_t* end);
 
 // The compiled patterns of one format and the key and value of the last matched line.
 // Not shared between parses running at the same time (it holds the match state).
-class DEV_EXPORT DEV_ATTRIBUTE_SYNTAX {
+class DEV_ATTRIBUTE_SYNTAX {
 public:
     explicit DEV_ATTRIBUTE_SYNTAX(const DEV_ATTRIBUTE_FORMAT& format);
     DEV_ATTRIBUTE_SYNTAX(const DEV_ATTRIBUTE_SYNTAX&) = delete;
@@ -70,7 +73,7 @@ public:
         }
         return false;
     }
-    // Appends group 1 of a continuation line to value().
+    // Appends group 1 of a continuation line to value() (dev_2d_continuation_group).
     bool match_continuation(const std::string& line);
 
     // "Invalid int key: " followed by key(), in the format's wording of the kind.
@@ -88,10 +91,8 @@ private:
     // match, when the pattern reads "\s*(" and that prefix first (null: always ask the engine).
     const char* m_required_prefix[ASTR_KIND_COUNT];
     size_t m_required_prefix_length[ASTR_KIND_COUNT];
-    VTL_REGEXP m_continuation;
     std::string m_key;
     std::string m_value;
-    std::string m_piece;
 };
 
 // Value conversions of one key, one overload per stored type (`names` is the key kind's
@@ -100,36 +101,36 @@ private:
 // stands; 2D_INT {{1, 2}, {3}} with names per row and column; VEC_INT integers or names
 // of the key at (row 0, position), split at braces, commas and blanks; VEC_DOUBLE and
 // VEC_STRING the list parsers.
-DEV_EXPORT bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text, bool* value);
-DEV_EXPORT bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text, int* value);
-DEV_EXPORT bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
+bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text, bool* value);
+bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text, int* value);
+bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
                              std::string* value);
-DEV_EXPORT bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
+bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
                              DEV_2D_INT_ARRAY* value);
-DEV_EXPORT bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
+bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
                              std::vector<int>* value);
-DEV_EXPORT bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
+bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
                              std::vector<double>* value);
-DEV_EXPORT bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
+bool dev_attribute_from_text(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
                              std::vector<std::string>* value);
 
 // Value texts as dumps write them, appended to `out`: "true"/"false"; INT and ENUM the
 // symbolic name where the key has one, else the decimal number; strings in double quotes;
 // 2D arrays with each row on `row_indent` ("\n\t" at top level, "\n\t\t" inside a block);
 // vectors as "{e0, e1}" (elements named as above, doubles "%g", strings quoted).
-DEV_EXPORT void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, bool value, const char* row_indent,
+void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, bool value, const char* row_indent,
                            std::string* out);
-DEV_EXPORT void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, int value, const char* row_indent,
+void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, int value, const char* row_indent,
                            std::string* out);
-DEV_EXPORT void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, const std::string& value,
+void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, const std::string& value,
                            const char* row_indent, std::string* out);
-DEV_EXPORT void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, const DEV_2D_INT_ARRAY& value,
+void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, const DEV_2D_INT_ARRAY& value,
                            const char* row_indent, std::string* out);
-DEV_EXPORT void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, const std::vector<int>& value,
+void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, const std::vector<int>& value,
                            const char* row_indent, std::string* out);
-DEV_EXPORT void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, const std::vector<double>& value,
+void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, const std::vector<double>& value,
                            const char* row_indent, std::string* out);
-DEV_EXPORT void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, const std::vector<std::string>& value,
+void dev_attribute_to_text(const ASTR_VALUE_NAMES& names, int key, const std::vector<std::string>& value,
                            const char* row_indent, std::string* out);
 
 #endif

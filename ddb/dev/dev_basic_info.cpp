@@ -12,6 +12,7 @@ bool DEV_BASIC_INFO::load_data() {
     if (!body) return false;
     const DEV_DEVICE_ENUM device = body->get_device_enum();
     const DEV_FAMILY_ENUM family = body->get_family_enum();
+    m_loaded_path = FIO_PATH();
     FIO_PATH path;
     const bool found = device == DEV_DEVICE_GENERIC ? DEV_PATH::get_existing_device_file_path(family, "hdr", &path)
                                                     : DEV_PATH::get_existing_device_file_path(device, "hdr", &path);
@@ -20,6 +21,7 @@ bool DEV_BASIC_INFO::load_data() {
         return m_body != nullptr;
     }
     DEV_DEBUG("Loading HDR file: %s", path.full_path().c_str());
+    m_loaded_path = path;
     if (DEV_PATH::is_pdb_file(path)) {
         set_body(BODY::load_hdr_from_pdb(path));
     } else if (DEV_ASSERT_TEXT(m_body != 0, "m_body != 0")) {

@@ -14,8 +14,9 @@
 
 void DEV_PORT_TABLE::add(const std::string& name, DEV_PORT_DESC* port) {
     if (!port) return;
-    bool owned = false;
-    for (const DEV_PORT_DESC* p : m_ports) owned = owned || p == port;
+    // A port of the table sits at its id.
+    const int32_t id = port->get_id();
+    const bool owned = id >= 0 && static_cast<size_t>(id) < m_ports.size() && m_ports[id] == port;
     if (!owned) {
         if (DEV_PORT_DESC_BODY* body = port->get_body()) body->set_id(static_cast<int32_t>(m_ports.size()));
         m_ports.push_back(port);

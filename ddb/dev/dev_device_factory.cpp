@@ -2,6 +2,7 @@
 #include "dev_device_factory.h"
 
 #include "dev_basic_info.h"
+#include "dev_family_desc.h"
 #include "dev_family_info_mgr_body.h"
 #include "dev_pad_info.h"
 #include "dev_pkg_info.h"
@@ -19,15 +20,26 @@ struct OPENING {
     DEV_DEVICE_ENUM device_enum;
     DEV_FAMILY_ENUM family;
     DEV_PART_ENUM part;  // DEV_PART_INVALID when opened for a device
+    const DEV_DEVICE_DESC* record;  // the device's catalogue record (null when unknown)
+    const DEV_FAMILY_DESC* family_record;  // its family's record (null when unknown)
 };
 
+// The catalogue says which families have no data of a kind: nothing to look for then. A
+// family the catalogue does not know is looked for all the same, so that the loader reports.
+bool family_lacks(const OPENING& o, DEV_FAMILY_TRAIT_ENUM has_data) {
+    return o.family_record && !o.family_record->has_trait(has_data);
+}
+
 void load_basic_info(OPENING& o) {
+    // The catalogue says which devices have no basic info: nothing to look for.
+    if (o.record && o.record->has_trait(DEV_DEVICE_TRAIT_NO_HDR_DATA)) return;
     auto* body = new DEV_BASIC_INFO_BODY;
     body->set_enum_data(DEV_BASIC_INFO_ENUM_DEVICE, o.device_enum);
     body->set_enum_data(DEV_BASIC_INFO_ENUM_FAMILY, o.family);
     if (o.part != DEV_PART_INVALID) body->set_enum_data(DEV_BASIC_INFO_ENUM_PART, o.part);
     auto* basic_info = new DEV_BASIC_INFO(body);
-    if (!basic_info->load_data()) {
+    // A missing file is reported by the loader, which keeps the empty body: no aspect then.
+    if (!basic_info->load_data() || basic_info->get_loaded_path().full_path().empty()) {
         delete basic_info;
         return;
     }
@@ -36,6 +48,7 @@ void load_basic_info(OPENING& o) {
 }
 
 void load_pad_info(OPENING& o) {
+    if (family_lacks(o, DEV_FAMILY_TRAIT_HAS_PAD_DATA)) return;
     auto* pad_info = new DEV_PAD_INFO(new DEV_PAD_INFO_BODY);
     pad_info->get_body()->set_device(o.device);
     if (!pad_info->load_data(o.part)) {
@@ -47,7 +60,7 @@ void load_pad_info(OPENING& o) {
 
 // A package belongs to a part.
 void load_pkg_info(OPENING& o) {
-    if (o.part == DEV_PART_INVALID) return;
+    if (o.part == DEV_PART_INVALID || family_lacks(o, DEV_FAMILY_TRAIT_HAS_PACKAGE_DATA)) return;
     auto* pkg_info = new DEV_PKG_INFO(new DEV_PKG_INFO_BODY);
     pkg_info->get_body()->set_device(o.device);
     if (!pkg_info->load_data(o.part)) {
@@ -75,7 +88,8 @@ DEV_DEVICE* open(DEV_DEVICE_ENUM device, DEV_PART_ENUM part, unsigned aspects) {
     auto* body = new DEV_DEVICE_BODY;
     body->set_ace_info(nullptr);
     body->set_part_info(nullptr);
-    OPENING o{new DEV_DEVICE(body), body, device, record ? record->get_family() : DEV_FAMILY_INVALID, part};
+    const DEV_FAMILY_ENUM family = record ? record->get_family() : DEV_FAMILY_INVALID;
+    OPENING o{new DEV_DEVICE(body), body, device, family, part, record, store.find_desc_of(family)};
     // The PAD reader asks the basic info for the device's family.
     if (aspects & DEV_DEVICE_FACTORY::PAD_INFO) aspects |= DEV_DEVICE_FACTORY::BASIC_INFO;
     for (const ASPECT_LOADER& loader : LOADERS)

@@ -71,19 +71,19 @@ DEV_PART_DESC* DEV_FAMILY_INFO_MGR_BODY::find_desc_of(DEV_PART_ENUM part) const 
 }
 
 DEV_FAMILY_DESC* DEV_FAMILY_INFO_MGR_BODY::get_desc_of(DEV_FAMILY_ENUM family) const {
-    if (!DEV_ASSERT((family < DEV_FAMILY_GENERIC) && (family > DEV_FAMILY_INVALID))) return nullptr;
+    if (!DEV_ASSERT_TEXT((family < DEV_FAMILY_GENERIC) && (family > DEV_FAMILY_INVALID), "(family < DEV_FAMILY_GENERIC) && (family > DEV_FAMILY_INVALID)")) return nullptr;
     DEV_FAMILY_DESC* desc = find_desc_of(family);
     if (!desc) DEV_INTERNAL_ERROR(std::string("Failed obtaining data for family ") + dstr_get_debug_string(family));
     return desc;
 }
 DEV_DEVICE_DESC* DEV_FAMILY_INFO_MGR_BODY::get_desc_of(DEV_DEVICE_ENUM device) const {
-    if (!DEV_ASSERT((device < DEV_DEVICE_GENERIC) && (device > DEV_DEVICE_INVALID))) return nullptr;
+    if (!DEV_ASSERT_TEXT((device < DEV_DEVICE_GENERIC) && (device > DEV_DEVICE_INVALID), "(device < DEV_DEVICE_GENERIC) && (device > DEV_DEVICE_INVALID)")) return nullptr;
     DEV_DEVICE_DESC* desc = find_desc_of(device);
     if (!desc) DEV_INTERNAL_ERROR(std::string("Failed obtaining data for device ") + dstr_get_debug_string(device));
     return desc;
 }
 DEV_PART_DESC* DEV_FAMILY_INFO_MGR_BODY::get_desc_of(DEV_PART_ENUM part) const {
-    if (!DEV_ASSERT((part < DEV_PART_GENERIC) && (part > DEV_PART_INVALID))) return nullptr;
+    if (!DEV_ASSERT_TEXT((part < DEV_PART_GENERIC) && (part > DEV_PART_INVALID), "(part < DEV_PART_GENERIC) && (part > DEV_PART_INVALID)")) return nullptr;
     DEV_PART_DESC* desc = find_desc_of(part);
     if (!desc) DEV_INTERNAL_ERROR(std::string("Failed obtaining data for part ") + dstr_get_debug_string(part));
     return desc;
@@ -143,7 +143,7 @@ void DEV_FAMILY_INFO_MGR_BODY::get_ddb_fullpath_of(DEV_FAMILY_ENUM family, std::
 
 void DEV_FAMILY_INFO_MGR_BODY::prepare_output(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type,
                                               DEV_FAMILY_INFO* storage) const {
-    if (!DEV_ASSERT(storage != NULL)) return;
+    if (!DEV_ASSERT_TEXT(storage != NULL, "storage != NULL")) return;
     const bool all = family == DEV_FAMILY_GENERIC;
     const char* name = dstr_get_debug_string(family);
     const bool any_type = type != DEV_FAMILY_DATA_TYPE_FAMILY && type != DEV_FAMILY_DATA_TYPE_DEVICE &&

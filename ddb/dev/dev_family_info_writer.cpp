@@ -54,7 +54,7 @@ void write_part_lines(DEV_ARCHIVE* archive, const DEV_PART_DESC& desc) {
     write_key_lines(archive, desc);
     const std::vector<int32_t>& v = desc.get_dev_resources();
     archive->sprintf("\tDEV_RESOURCES = {\n");
-    if (DEV_ASSERT(v.size() >= DEV_RESOURCE_END)) {
+    if (DEV_ASSERT_TEXT(v.size() >= DEV_RESOURCE_END, "v.size() >= DEV_RESOURCE_END")) {
         for (int r = 0; r < DEV_RESOURCE_END; ++r)
             if (v[r] >= 0)
                 archive->sprintf("%s\"%s\" = %d\n", "\t\t", dstr_get_user_string(static_cast<DEV_RESOURCE_ENUM>(r)), v[r]);
@@ -76,7 +76,7 @@ private:
 
 bool DEV_FAMILY_INFO_WRITER::write(DEV_FAMILY_ENUM family, DEV_FAMILY_DATA_TYPE type, const FIO_PATH& path,
                                    int compression_level) {
-    if (!DEV_ASSERT((family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX))) return false;
+    if (!DEV_ASSERT_TEXT((family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX), "(family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX)")) return false;
     m_write_error.clear();
     DEV_ARCHIVE archive(compression_level);
     if (!archive.open(path, DEV_ARCHIVE::WRITE) || !archive.is_open()) {

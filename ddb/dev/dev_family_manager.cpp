@@ -111,12 +111,12 @@ void DEV_FAMILY_MANAGER::get_tech_migration_families_of(DEV_FAMILY_ENUM family,
 
 void DEV_FAMILY_MANAGER::get_ddb_fullpath_of(DEV_FAMILY_ENUM family, std::string& path) const {
     path.clear();
-    if (!DEV_ASSERT((family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX)) || !m_store) return;
+    if (!DEV_ASSERT_TEXT((family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX), "(family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX)") || !m_store) return;
     m_store->get_ddb_fullpath_of(family, path);
 }
 
 bool DEV_FAMILY_MANAGER::has_new_ddb_support(DEV_FAMILY_ENUM family) const {
-    if (!DEV_ASSERT(family > DEV_FAMILY_INVALID) || !DEV_ASSERT(family < DEV_FAMILY_GENERIC)) return false;
+    if (!DEV_ASSERT_TEXT(family > DEV_FAMILY_INVALID, "family > DEV_FAMILY_INVALID") || !DEV_ASSERT_TEXT(family < DEV_FAMILY_GENERIC, "family < DEV_FAMILY_GENERIC")) return false;
     const DEV_FAMILY_DESC* d = family_desc(family);
     return d && d->has_trait(DEV_FAMILY_TRAIT_NEW_DDB_SUPPORT);
 }
@@ -128,7 +128,7 @@ void DEV_FAMILY_MANAGER::filter_family_list(std::vector<DEV_FAMILY_ENUM>* famili
                                             bool skip_unavailable) const {
     if (!DEV_ASSERT(families != NULL)) return;
     families->clear();
-    if (!DEV_ASSERT((family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX)) || !m_store) return;
+    if (!DEV_ASSERT_TEXT((family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX), "(family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX)") || !m_store) return;
     if (traits)
         for (DEV_FAMILY_TRAIT_ENUM trait : *traits)
             if (!DEV_ASSERT((trait < DEV_FAMILY_TRAIT_GENERIC) && (trait > DEV_FAMILY_TRAIT_INVALID))) return;

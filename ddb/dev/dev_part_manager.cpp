@@ -20,7 +20,7 @@ DEV_PART_MANAGER::DEV_PART_MANAGER(DEV_FAMILY_INFO_MGR_BODY* store) : m_store(st
 // ---- record access ------------------------------------------------------------------------
 
 const DEV_PART_DESC* DEV_PART_MANAGER::part_desc(DEV_PART_ENUM part) const {
-    if (!DEV_ASSERT(part > DEV_PART_INVALID && part < DEV_PART_GENERIC) || !m_store) return nullptr;
+    if (!DEV_ASSERT_TEXT(part > DEV_PART_INVALID && part < DEV_PART_GENERIC, "part > DEV_PART_INVALID && part < DEV_PART_GENERIC") || !m_store) return nullptr;
     return m_store->get_desc_of(part);
 }
 
@@ -122,7 +122,7 @@ DEV_DEVICE_ENUM DEV_PART_MANAGER::get_base_device_of(DEV_DEVICE_ENUM device) con
 // ---- names --------------------------------------------------------------------------------
 
 const char* DEV_PART_MANAGER::get_user_string_name(DEV_PART_ENUM part) const {
-    if (!DEV_ASSERT(part > DEV_PART_INVALID && part < DEV_PART_GENERIC)) return "";
+    if (!DEV_ASSERT_TEXT(part > DEV_PART_INVALID && part < DEV_PART_GENERIC, "part > DEV_PART_INVALID && part < DEV_PART_GENERIC")) return "";
     return dstr_get_user_string(part);
 }
 DEV_PART_ENUM DEV_PART_MANAGER::get_part_enum_by_string(const std::string& name) const {
@@ -141,7 +141,7 @@ std::string DEV_PART_MANAGER::temperature_int_to_str(int temperature) {
 // ---- traits -------------------------------------------------------------------------------
 
 bool DEV_PART_MANAGER::test_part_trait_of(DEV_PART_ENUM part, DEV_PART_TRAIT_ENUM trait) const {
-    if (!DEV_ASSERT((trait < DEV_PART_TRAIT_GENERIC) && (trait > DEV_PART_TRAIT_INVALID))) return false;
+    if (!DEV_ASSERT_TEXT((trait < DEV_PART_TRAIT_GENERIC) && (trait > DEV_PART_TRAIT_INVALID), "(trait < DEV_PART_TRAIT_GENERIC) && (trait > DEV_PART_TRAIT_INVALID)")) return false;
     const DEV_PART_DESC* d = part_desc(part);
     return d && d->has_trait(trait);
 }
@@ -185,7 +185,7 @@ std::vector<DEV_TIMING_MODEL_ENUM> DEV_PART_MANAGER::corner_list(const std::stri
     std::vector<DEV_TIMING_MODEL_ENUM> corners;
     dev_for_each_list_member(list, [&corners](const std::string& enum_string) {
         // An unknown name is kept as the invalid model so that positions stay as written.
-        DEV_ASSERT(::dstr_exists_dev_timing_model_enum_by_string(enum_string.c_str()));
+        DEV_ASSERT_TEXT(::dstr_exists_dev_timing_model_enum_by_string(enum_string.c_str()), "::dstr_exists_dev_timing_model_enum_by_string(enum_string.c_str())");
         corners.push_back(dstr_get_dev_timing_model_enum_by_string(enum_string));
     });
     return corners;
@@ -222,11 +222,11 @@ std::vector<DEV_VOLTAGE_TEMPERATURE_PAIR> operating_points(const std::vector<DEV
 }  // namespace
 
 bool DEV_PART_MANAGER::test_slow_timing_corner_of(DEV_PART_ENUM part, DEV_TIMING_MODEL_ENUM corner) const {
-    if (!DEV_ASSERT(corner > DEV_TIMING_MODEL_INVALID && corner < DEV_TIMING_MODEL_GENERIC)) return false;
+    if (!DEV_ASSERT_TEXT(corner > DEV_TIMING_MODEL_INVALID && corner < DEV_TIMING_MODEL_GENERIC, "corner > DEV_TIMING_MODEL_INVALID && corner < DEV_TIMING_MODEL_GENERIC")) return false;
     return list_holds(get_slow_timing_corner_list(part), corner);
 }
 bool DEV_PART_MANAGER::test_fast_timing_corner_of(DEV_PART_ENUM part, DEV_TIMING_MODEL_ENUM corner) const {
-    if (!DEV_ASSERT(corner > DEV_TIMING_MODEL_INVALID && corner < DEV_TIMING_MODEL_GENERIC)) return false;
+    if (!DEV_ASSERT_TEXT(corner > DEV_TIMING_MODEL_INVALID && corner < DEV_TIMING_MODEL_GENERIC, "corner > DEV_TIMING_MODEL_INVALID && corner < DEV_TIMING_MODEL_GENERIC")) return false;
     return list_holds(get_fast_timing_corner_list(part), corner);
 }
 

@@ -46,8 +46,8 @@ const std::vector<T>& cached_list(VTL_HASH<DEV_PART_ENUM, std::shared_ptr<const 
 
 void DEV_PART_MANAGER::get_vt_from_timing_model_enum(DEV_TIMING_MODEL_ENUM model, DEV_VOLTAGE_ENUM* return_voltage,
                                                      int* return_temp) {
-    DEV_ASSERT(return_voltage != 0);
-    DEV_ASSERT(return_temp != 0);
+    DEV_ASSERT_TEXT(return_voltage != 0, "return_voltage != 0");
+    DEV_ASSERT_TEXT(return_temp != 0, "return_temp != 0");
     DEV_VOLTAGE_ENUM voltage = DEV_VOLTAGE_INVALID;
     int temperature = DEV_NO_TEMPERATURE;
     if (model == DEV_TIMING_MODEL_INVALID || model == DEV_TIMING_MODEL_GENERIC || model == DEV_TIMING_MODEL_MAX)
@@ -79,7 +79,7 @@ DEV_TIMING_MODEL_ENUM DEV_PART_MANAGER::get_timing_model_enum_from_vt(DEV_VOLTAG
 // ---- voltages -----------------------------------------------------------------------------
 
 int DEV_PART_MANAGER::voltage_enum_to_mv(DEV_VOLTAGE_ENUM voltage) {
-    if (!DEV_ASSERT(voltage > DEV_VOLTAGE_INVALID && voltage < DEV_VOLTAGE_GENERIC)) return -1;
+    if (!DEV_ASSERT_TEXT(voltage > DEV_VOLTAGE_INVALID && voltage < DEV_VOLTAGE_GENERIC, "voltage > DEV_VOLTAGE_INVALID && voltage < DEV_VOLTAGE_GENERIC")) return -1;
     const int millivolts = dstr_get_voltage_millivolts(voltage);
     if (millivolts == -1) {
         DEV_INTERNAL_ERROR("Invalid DEV_VOLTAGE_ENUM specified. Please update this switch statement.");
@@ -97,7 +97,7 @@ DEV_VOLTAGE_ENUM DEV_PART_MANAGER::get_default_voltage(DEV_PART_ENUM part) const
     if (!d) return DEV_VOLTAGE_INVALID;
     if (d->get_default_voltage() != DEV_VOLTAGE_INVALID) return d->get_default_voltage();
     const DEV_TIMING_MODEL_ENUM default_slow_corner = get_default_slow_timing_corner(part);
-    if (DEV_ASSERT(default_slow_corner != DEV_TIMING_MODEL_INVALID)) {
+    if (DEV_ASSERT_TEXT(default_slow_corner != DEV_TIMING_MODEL_INVALID, "default_slow_corner != DEV_TIMING_MODEL_INVALID")) {
         const DEV_VOLTAGE_ENUM voltage = get_voltage_from_timing_model_enum(default_slow_corner);
         if (voltage != DEV_VOLTAGE_INVALID) return voltage;
     }
@@ -108,19 +108,19 @@ DEV_VOLTAGE_ENUM DEV_PART_MANAGER::get_default_voltage(DEV_PART_ENUM part) const
 
 const std::vector<DEV_VOLTAGE_ENUM>& DEV_PART_MANAGER::get_voltage_list(DEV_PART_ENUM part) const {
     static const std::vector<DEV_VOLTAGE_ENUM> none;
-    if (!DEV_ASSERT(part > DEV_PART_INVALID && part < DEV_PART_GENERIC) || !m_store) return none;
+    if (!DEV_ASSERT_TEXT(part > DEV_PART_INVALID && part < DEV_PART_GENERIC, "part > DEV_PART_INVALID && part < DEV_PART_GENERIC") || !m_store) return none;
     return cached_list(m_store->get_derived_lists().m_voltage_lists, part, [&](bool& ok) {
         std::vector<DEV_VOLTAGE_ENUM> list;
         const DEV_PART_DESC* d = part_desc(part);
         if (!(ok = d != nullptr)) return list;
         const DEV_DEVICE_DESC* device = device_desc(d->get_device());
         const DEV_VOLTAGE_ENUM device_voltage = device ? device->get_voltage() : DEV_VOLTAGE_INVALID;
-        DEV_ASSERT(device_voltage != DEV_VOLTAGE_INVALID);
+        DEV_ASSERT_TEXT(device_voltage != DEV_VOLTAGE_INVALID, "device_voltage != DEV_VOLTAGE_INVALID");
         if (d->get_family() != FAMILY_WITHOUT_DEVICE_VOLTAGE && device_voltage != DEV_VOLTAGE_INVALID)
             list.push_back(device_voltage);
         const std::vector<DEV_TIMING_MODEL_ENUM> corner_list = corner_list_of(*d, DAT_SLOW_MODEL);
         for (size_t i = 0; i < corner_list.size(); ++i) {
-            if (!DEV_ASSERT(corner_list[i] != DEV_TIMING_MODEL_INVALID)) continue;
+            if (!DEV_ASSERT_TEXT(corner_list[i] != DEV_TIMING_MODEL_INVALID, "corner_list[i] != DEV_TIMING_MODEL_INVALID")) continue;
             const DEV_VOLTAGE_ENUM voltage = get_voltage_from_timing_model_enum(corner_list[i]);
             if (voltage != DEV_VOLTAGE_INVALID) dev_add_unique(list, voltage);
         }
@@ -133,7 +133,7 @@ bool DEV_PART_MANAGER::has_selectable_core_voltage(DEV_PART_ENUM part) const {
 }
 
 bool DEV_PART_MANAGER::test_voltage_of(DEV_PART_ENUM part, DEV_VOLTAGE_ENUM voltage) const {
-    if (!DEV_ASSERT(voltage > DEV_VOLTAGE_INVALID && voltage < DEV_VOLTAGE_GENERIC)) return false;
+    if (!DEV_ASSERT_TEXT(voltage > DEV_VOLTAGE_INVALID && voltage < DEV_VOLTAGE_GENERIC, "voltage > DEV_VOLTAGE_INVALID && voltage < DEV_VOLTAGE_GENERIC")) return false;
     for (DEV_VOLTAGE_ENUM v : get_voltage_list(part))
         if (v == voltage) return true;
     return false;
@@ -169,7 +169,7 @@ int DEV_PART_MANAGER::default_max_temp(const DEV_PART_DESC& part) const {
     const std::vector<DEV_TIMING_MODEL_ENUM> slow_tim_corner_list = corner_list_of(part, DAT_SLOW_MODEL);
     int highest = INT_MIN;
     for (size_t i = 0; i < slow_tim_corner_list.size(); ++i) {
-        if (!DEV_ASSERT(slow_tim_corner_list[i] != DEV_TIMING_MODEL_INVALID)) continue;
+        if (!DEV_ASSERT_TEXT(slow_tim_corner_list[i] != DEV_TIMING_MODEL_INVALID, "slow_tim_corner_list[i] != DEV_TIMING_MODEL_INVALID")) continue;
         const int temperature = corner_temperature(slow_tim_corner_list[i]);
         if (temperature == DEV_NO_TEMPERATURE) continue;
         if (temperature > ROOM_TEMPERATURE) return temperature;
@@ -187,7 +187,7 @@ int DEV_PART_MANAGER::default_min_temp(const DEV_PART_DESC& part) const {
     if (!DEV_ASSERT_TEXT(first != DEV_TIMING_MODEL_INVALID, "fast_tim_corner_list[0] != DEV_TIMING_MODEL_INVALID"))
         return FALLBACK_MIN_TEMP;
     const int result = corner_temperature(first);
-    DEV_ASSERT(result < ROOM_TEMPERATURE);
+    DEV_ASSERT_TEXT(result < ROOM_TEMPERATURE, "result < ROOM_TEMPERATURE");
     return result;
 }
 
@@ -209,7 +209,7 @@ std::vector<int> DEV_PART_MANAGER::temperature_list(const DEV_PART_DESC& part, b
     }
     const std::vector<DEV_TIMING_MODEL_ENUM> corner_list = corner_list_of(part, maximum ? DAT_SLOW_MODEL : DAT_FAST_MODEL);
     for (size_t i = 0; i < corner_list.size(); ++i) {
-        if (!DEV_ASSERT(corner_list[i] != DEV_TIMING_MODEL_INVALID)) continue;
+        if (!DEV_ASSERT_TEXT(corner_list[i] != DEV_TIMING_MODEL_INVALID, "corner_list[i] != DEV_TIMING_MODEL_INVALID")) continue;
         const int temperature = corner_temperature(corner_list[i]);
         if (temperature != DEV_NO_TEMPERATURE) dev_add_unique(list, temperature);
     }
@@ -218,7 +218,7 @@ std::vector<int> DEV_PART_MANAGER::temperature_list(const DEV_PART_DESC& part, b
 
 const std::vector<int>& DEV_PART_MANAGER::cached_temperature_list(DEV_PART_ENUM part, bool maximum) const {
     static const std::vector<int> none;
-    if (!DEV_ASSERT(part > DEV_PART_INVALID && part < DEV_PART_GENERIC) || !m_store) return none;
+    if (!DEV_ASSERT_TEXT(part > DEV_PART_INVALID && part < DEV_PART_GENERIC, "part > DEV_PART_INVALID && part < DEV_PART_GENERIC") || !m_store) return none;
     DEV_PART_LIST_CACHE& lists = m_store->get_derived_lists();
     return cached_list(maximum ? lists.m_max_temp_lists : lists.m_min_temp_lists, part, [&](bool& ok) {
         const DEV_PART_DESC* d = part_desc(part);
@@ -260,7 +260,7 @@ DEV_TIMING_MODEL_ENUM DEV_PART_MANAGER::get_best_match_timing_model_enum(DEV_PAR
     const bool slow = model == DAT_SLOW_MODEL;
     const std::vector<DEV_TIMING_MODEL_ENUM> corners = corner_list_of(*d, model);
     const DEV_TIMING_MODEL_ENUM default_corner = corners.empty() ? DEV_TIMING_MODEL_INVALID : corners[0];
-    if (!DEV_ASSERT(voltage != DEV_VOLTAGE_INVALID)) return default_corner;
+    if (!DEV_ASSERT_TEXT(voltage != DEV_VOLTAGE_INVALID, "voltage != DEV_VOLTAGE_INVALID")) return default_corner;
 
     DEV_TIMING_MODEL_ENUM best = DEV_TIMING_MODEL_INVALID;
     int64_t best_distance = DEV_NO_TEMPERATURE;

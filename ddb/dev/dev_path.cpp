@@ -98,7 +98,7 @@ void note_none_installed(const char* type, const char* user_name) {
 
 std::string family_directory(const DEV_FAMILY_INFO_MGR_BODY& store, DEV_FAMILY_ENUM family) {
     std::string directory;
-    if (DEV_ASSERT((family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX))) store.get_ddb_fullpath_of(family, directory);
+    if (DEV_ASSERT_TEXT((family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX), "(family > DEV_FAMILY_INVALID) && (family < DEV_FAMILY_MAX)")) store.get_ddb_fullpath_of(family, directory);
     return directory;
 }
 

@@ -165,7 +165,7 @@ int dev_tcl_get_family_list(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* c
     DEV_FAMILY_MANAGER family_manager;
     std::vector<DEV_FAMILY_ENUM> family_list;
     family_manager.filter_family_list(&family_list, DEV_FAMILY_GENERIC, nullptr, false);
-    DEV_ASSERT(!family_list.empty());
+    DEV_ASSERT_TEXT(!family_list.empty(), "!family_list.empty()");
     Tcl_ResetResult(interp);
     LIST_RESULT result;
     for (DEV_FAMILY_ENUM family : family_list) {
@@ -238,7 +238,7 @@ int dev_tcl_get_part_list(ClientData, Tcl_Interp* interp, int objc, Tcl_Obj* con
 
     std::vector<DEV_PART_ENUM> part_list;
     DEV_PART_MANAGER().filter_part_list(&part_list, family, device, package, pins.empty() ? "ANY" : pins, speed);
-    DEV_ASSERT(!part_list.empty());
+    DEV_ASSERT_TEXT(!part_list.empty(), "!part_list.empty()");
     LIST_RESULT result;
     for (DEV_PART_ENUM part : part_list)
         result.append(debug_names ? dstr_get_debug_string(part) : dstr_get_user_string(part));

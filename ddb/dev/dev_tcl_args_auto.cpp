@@ -149,7 +149,7 @@ constexpr DEV_TCL_COMMAND_RECORD RECORDS[DEV_TCL_AUTO_CMD_COUNT] = {
 
 int process_arguments(DEV_TCL_AUTO_COMMAND_ENUM command, ATCL_ARGS* args, Tcl_Interp* interp, int objc,
                       Tcl_Obj* const objv[]) {
-    if (!DEV_ASSERT(args != 0)) return TCL_ERROR;
+    if (!DEV_ASSERT_TEXT(args != 0, "args != 0")) return TCL_ERROR;
     std::unique_ptr<ATCL_CMD>& cmd = g_commands[command].cmd;
     if (!cmd) cmd.reset(new ATCL_CMD(RECORDS[command]));
     return ATCL_ARGS::process_tcl_command_arguments(args, cmd.get(), interp, objc, objv);

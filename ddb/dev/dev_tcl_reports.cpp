@@ -48,7 +48,7 @@ void print_line(const std::string& line) { atcl_print_msg("%s", line.c_str()); }
 std::vector<DEV_PART_ENUM> parts_of_family(const DEV_PART_MANAGER& part_manager, DEV_FAMILY_ENUM family) {
     std::vector<DEV_PART_ENUM> part_list;
     part_manager.filter_part_list(&part_list, dstr_get_debug_string(family), "ANY", "ANY", "ANY", "ANY");
-    DEV_ASSERT(!part_list.empty());
+    DEV_ASSERT_TEXT(!part_list.empty(), "!part_list.empty()");
     return part_list;
 }
 

@@ -175,7 +175,7 @@ VTL_RANGE DEV_REGEXP::search_range(const std::string& s, size_t begin, size_t en
         return VTL_RANGE();
     }
     // The anchored re-match at the found start stores `s` and fixes the group positions.
-    DEV_ASSERT(this->match(s, r.begin()));
+    DEV_ASSERT_TEXT(this->match(s, r.begin()), "this->match(s, r.begin())");
     return r;
 }
 
@@ -354,7 +354,7 @@ const char* dev_number_to_letters(int number) {
         "AN", "AO", "AP", "AQ", "AR", "AS", "AT", "AU", "AV", "AW", "AX", "AY", "AZ",
         "BA", "BB", "BC", "BD", "BE", "BF", "BG", "BH", "BI", "BJ", "BK", "BL", "BM",
         "BN", "BO", "BP", "BQ", "BR", "BS", "BT", "BU", "BV", "BW", "BX", "BY", "BZ"};
-    DEV_ASSERT(number >=0 && number < 78);
+    DEV_ASSERT_TEXT(number >=0 && number < 78, "number >=0 && number < 78");
     // Out of range: the report is made; the table is then indexed modulo its size.
     int index = number % 78;
     if (index < 0) index += 78;
@@ -553,7 +553,7 @@ bool dev_string_to_vec_string(const std::string& text, std::vector<std::string>&
 
 bool dev_string_to_int_or_enum(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
                                int* int_value) {
-    if (!DEV_ASSERT(int_value != NULL)) return false;
+    if (!DEV_ASSERT_TEXT(int_value != NULL, "int_value != NULL")) return false;
     if (dev_string_is_integer(text)) {
         *int_value = std::atoi(text.c_str());
         return true;
@@ -565,8 +565,9 @@ bool dev_string_to_int_or_enum(const ASTR_VALUE_NAMES& names, int key, const std
 
 bool dev_string_to_2d_int(const ASTR_VALUE_NAMES& names, int key, const std::string& text,
                           DEV_2D_INT_ARRAY* int_2d_result) {
-    if (!DEV_ASSERT(int_2d_result != NULL)) return false;
+    if (!DEV_ASSERT_TEXT(int_2d_result != NULL, "int_2d_result != NULL")) return false;
     std::string token;
+    std::vector<int> gathered;
     DEV_2D_INT_ARRAY& result = *int_2d_result;
     size_t rows = 0;  // rows filled so far; existing row vectors are reused
     // The first brace is the array's outer brace; rows are the braces after it.
@@ -585,10 +586,10 @@ bool dev_string_to_2d_int(const ASTR_VALUE_NAMES& names, int key, const std::str
             result.emplace_back();
         }
         std::vector<int>& row = result[rows++];
-        row.clear();
-        row.reserve(static_cast<size_t>(std::count(p, row_end, ',') + 1));
-        // After a bad element later rows are collected but not parsed. Tokens are split
-        // at commas and blanks, empty ones skipped.
+        // The row is gathered in a buffer and copied once, so that it holds exactly its
+        // elements. After a bad element later rows are collected but not parsed. Tokens are
+        // split at commas and blanks, empty ones skipped.
+        gathered.clear();
         while (ok) {
             while (p != row_end && (*p == ',' || *p == ' ')) ++p;
             if (p == row_end) break;
@@ -596,19 +597,20 @@ bool dev_string_to_2d_int(const ASTR_VALUE_NAMES& names, int key, const std::str
             bool integer = true;
             for (; p != row_end && *p != ',' && *p != ' '; ++p) integer = integer && (is_digit(*p) || *p == '-');
             if (integer) {
-                row.push_back(atoi_token(t, p));
+                gathered.push_back(atoi_token(t, p));
                 continue;
             }
             token.assign(t, p);
             const int row_index = static_cast<int>(rows - 1);
-            const int column = static_cast<int>(row.size());
+            const int column = static_cast<int>(gathered.size());
             if (names.exists_enum_data_by_string(key, row_index, column, token)) {
-                row.push_back(names.get_enum_data_by_string(key, row_index, column, token));
+                gathered.push_back(names.get_enum_data_by_string(key, row_index, column, token));
             } else {
-                row.push_back(-1);
+                gathered.push_back(-1);
                 ok = false;
             }
         }
+        row.assign(gathered.begin(), gathered.end());
         if (close == npos) break;
         scan = close + 1;
     }
@@ -618,7 +620,7 @@ bool dev_string_to_2d_int(const ASTR_VALUE_NAMES& names, int key, const std::str
 
 void dev_2d_int_to_string(const ASTR_VALUE_NAMES& names, int key, const DEV_2D_INT_ARRAY& array,
                           const char* space_str, std::string* str_result) {
-    if (!DEV_ASSERT(space_str != NULL && str_result != NULL)) return;
+    if (!DEV_ASSERT_TEXT(space_str != NULL && str_result != NULL, "space_str != NULL && str_result != NULL")) return;
     std::string& out = *str_result;
     out = "{";
     for (size_t r = 0; r < array.size(); ++r) {

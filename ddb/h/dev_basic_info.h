@@ -21,6 +21,8 @@ public:
     // file is the internal error "BASIC_INFO's HDR file <path> not installed". True when
     // the basic info has a body afterwards.
     bool load_data();
+    // The file the last load_data read (empty when it found none).
+    const FIO_PATH& get_loaded_path() const { return m_loaded_path; }
 
     // ENUM keys 0, 1 and 2: the device, family and part the data belong to (the invalid
     // enumerator, after the missing-body report, without a body).
@@ -54,6 +56,9 @@ public:
     const DEV_PORT_TABLE::BY_NAME& get_port_hash() const { return forward(&BODY::get_port_hash); }
     int get_total_locations() const { return forward(&BODY::get_total_locations); }
     bool is_initialized() const { return forward(&BODY::is_initialized); }
+
+private:
+    FIO_PATH m_loaded_path;
 };
 
 #endif

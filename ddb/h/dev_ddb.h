@@ -24,6 +24,7 @@
 #include "dev_handle.h"
 #include "dev_io_rule.h"
 #include "dev_io_standard_desc.h"
+#include "dev_location.h"
 #include "dev_location_desc.h"
 #include "dev_owned_vector.h"
 #include "dev_pad.h"

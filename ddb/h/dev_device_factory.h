@@ -3,7 +3,10 @@
 // calls each requested aspect's loader in the order below and installs what they loaded,
 // and always assigns the drawing-info and part-info fields. A missing aspect file is
 // reported by the aspect's loader and leaves that aspect null; the device is returned all
-// the same, and the caller deletes it. Only an enumerator out of range gives null.
+// the same, and the caller deletes it. Only an enumerator out of range gives null. An aspect
+// that the catalogue says the device has none of (a device with the trait NO_HDR_DATA has
+// no basic info; a family without HAS_PAD_DATA, HAS_PACKAGE_DATA, ... has no pads,
+// packages, ...) is not looked for and stays null without a report.
 //
 // Aspects, in the order they are loaded (bits of `aspects`):
 //   BASIC_INFO           the device's HDR data ("hdr" file, DEV_BASIC_INFO::load_data)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs the build into a scratch prefix, then builds and runs a consumer program twice:
-# once with pkg-config flags and once through find_package(VelcoraDDB).
+# Installs the build into a scratch prefix, then builds and runs a consumer program twice
+# (once with pkg-config flags, once through find_package(VelcoraDDB)) and the README's example.
 set -euo pipefail
 build_dir=$1
 source_dir=$2
@@ -24,4 +24,9 @@ cmake -S "$scratch/cmake_project" -B "$scratch/cmake_build" -G Ninja \
       -DCMAKE_PREFIX_PATH="$scratch/prefix" -DCMAKE_BUILD_RPATH="$libdir" >/dev/null
 cmake --build "$scratch/cmake_build" >/dev/null
 "$scratch/cmake_build/consumer_cmake" "$scratch/out_cmake.ddb"
-echo "installed package: pkg-config and find_package consumers built and ran"
+# The README's example opens a device of the installed copy (found beside the library).
+sed -n '/<!-- example: open a device -->/,/^```$/p' "$source_dir/README.md" | sed '1,2d;$d' > "$scratch/example.cpp"
+g++ -std=c++17 "$scratch/example.cpp" -o "$scratch/example" $(pkg-config --cflags --libs velcora_ddb) -Wl,-rpath,"$libdir"
+env -u VELCORA_ROOTDIR "$scratch/example" > "$scratch/example.out"
+grep -q "^  element .*: [0-9]* ports$" "$scratch/example.out"
+echo "installed package: pkg-config and find_package consumers and the README example built and ran"

@@ -1,5 +1,6 @@
 // Attribute lines: reading every kind through each format's syntax, the formats' error
 // wording, and round trips line -> record -> dump -> record.
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -85,7 +86,7 @@ TEST_F(AttrLines, EveryKindRoundTripsThroughItsDumpWithSymbolicNames) {
         "2D_INT_PLL_LOCATIONS = {{3, -4}, {}, {5}}\n"
         "2D_INT_DSP_COLUMNS = {}\n"
         "VEC_INT_IO_STANDARDS = {" + name_of(stds, 0) + ", 500 -1}\n"
-        "VEC_DOUBLE_ROW_OFFSETS_MM = {1.5, -2, 3e2, 0.125}\n"
+        "VEC_DOUBLE_ROW_OFFSETS_MM = {1.5, -2, 3e2, 0.125, -1e999}\n"
         "VEC_STRING_BANK_NAMES = {\"bank 3A, left\", plain, \"x\"}\n";
     TEST_RECORD first;
     EXPECT_EQ(std::vector<std::string>(), read_text(DEV_ATTRIBUTE_FORMAT::hdr(), text, first));
@@ -103,7 +104,7 @@ TEST_F(AttrLines, EveryKindRoundTripsThroughItsDumpWithSymbolicNames) {
     EXPECT_TRUE(first.get_2d_int_data(DEV_BASIC_INFO_2D_INT_DSP_COLUMNS).empty());
     EXPECT_EQ((std::vector<int>{stds.entry(0).value, 500, -1}),
               first.get_vec_int_data(DEV_PIN_VEC_INT_IO_STANDARDS));
-    EXPECT_EQ((std::vector<double>{1.5, -2, 300, 0.125}),
+    EXPECT_EQ((std::vector<double>{1.5, -2, 300, 0.125, -HUGE_VAL}),
               first.get_vec_double_data(DEV_PKG_INFO_VEC_DOUBLE_ROW_OFFSETS_MM));
     EXPECT_EQ((std::vector<std::string>{"bank 3A, left", "plain", "x"}),
               first.get_vec_string_data(DEV_PAD_INFO_VEC_STRING_BANK_NAMES));
@@ -126,7 +127,7 @@ TEST_F(AttrLines, EveryKindRoundTripsThroughItsDumpWithSymbolicNames) {
         "2D_INT_PLL_LOCATIONS = {\n\t{ 3 -4 }\n\t{ }\n\t{ 5 }}\n"
         "2D_INT_DSP_COLUMNS = {}\n"
         "VEC_INT_IO_STANDARDS = {" + name_of(stds, 0) + ", 500, -1}\n"
-        "VEC_DOUBLE_ROW_OFFSETS_MM = {1.5, -2, 300, 0.125}\n"
+        "VEC_DOUBLE_ROW_OFFSETS_MM = {1.5, -2, 300, 0.125, -1e999}\n"
         "VEC_STRING_BANK_NAMES = {\"bank 3A, left\", \"plain\", \"x\"}\n";
     const std::string written = dump(first);
     EXPECT_EQ(expected, written);

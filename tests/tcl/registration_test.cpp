@@ -7,7 +7,7 @@
 #include <tcl.h>
 
 #include "dev_tcl.h"
-#include "../tcl_frame/tcl_interp_fixture.h"
+#include "tcl_interp_fixture.h"
 
 namespace {
 
