@@ -23,7 +23,7 @@ struct Data {
     size_t lines = 0;
 };
 
-Data& data() {
+Data& archive_data() {
     static Data d;
     return d;
 }
@@ -49,7 +49,7 @@ std::string generate_text(size_t target) {
 }
 
 void setup() {
-    Data& d = data();
+    Data& d = archive_data();
     char templ[] = "/tmp/velcora_bench_archive_XXXXXX";
     if (!mkdtemp(templ)) std::abort();
     d.dir = templ;
@@ -67,7 +67,7 @@ void setup() {
 }
 
 void teardown() {
-    Data& d = data();
+    Data& d = archive_data();
     std::remove(d.plain_path.c_str());
     std::remove(d.compressed_path.c_str());
     rmdir(d.dir.c_str());
@@ -92,15 +92,15 @@ void archive_getline(benchmark::State& state, const std::string& path) {
     state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * lines));
 }
 
-void BM_PlainArchiveGetline(benchmark::State& state) { archive_getline(state, data().plain_path); }
+void BM_PlainArchiveGetline(benchmark::State& state) { archive_getline(state, archive_data().plain_path); }
 
 void BM_CompressedArchiveGetline(benchmark::State& state) {
-    archive_getline(state, data().compressed_path);
+    archive_getline(state, archive_data().compressed_path);
 }
 
 // Baseline: a memchr line split of the same bytes already in memory.
 void BM_MemchrSplit(benchmark::State& state) {
-    const std::string& text = data().text;
+    const std::string& text = archive_data().text;
     size_t lines = 0;
     for (auto _ : state) {
         size_t bytes = 0;
@@ -122,7 +122,7 @@ void BM_MemchrSplit(benchmark::State& state) {
 // Baseline: one bare inflate of the compressed file with 1 KiB buffers.
 void BM_BareInflate(benchmark::State& state) {
     for (auto _ : state) {
-        std::FILE* f = std::fopen(data().compressed_path.c_str(), "rb");
+        std::FILE* f = std::fopen(archive_data().compressed_path.c_str(), "rb");
         unsigned char in[1024], out[1024];
         z_stream s;
         std::memset(&s, 0, sizeof s);
@@ -144,7 +144,7 @@ void BM_BareInflate(benchmark::State& state) {
         std::fclose(f);
         benchmark::DoNotOptimize(produced);
     }
-    state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * data().lines));
+    state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * archive_data().lines));
 }
 
 BENCHMARK(BM_MemchrSplit)->Unit(benchmark::kMillisecond);
@@ -157,8 +157,8 @@ BENCHMARK(BM_CompressedArchiveGetline)->Unit(benchmark::kMillisecond);
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     setup();
-    std::printf("synthetic file: %zu bytes, %zu lines, %lld bytes compressed\n", data().text.size(),
-                data().lines, static_cast<long long>(FIO_FILE_SYSTEM::file_size(data().compressed_path)));
+    std::printf("synthetic file: %zu bytes, %zu lines, %lld bytes compressed\n", archive_data().text.size(),
+                archive_data().lines, static_cast<long long>(FIO_FILE_SYSTEM::file_size(archive_data().compressed_path)));
     bench::TIMES reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     std::printf("\ntime per file, ratio to baseline:\n");

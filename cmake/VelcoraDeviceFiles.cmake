@@ -33,10 +33,13 @@ add_custom_command(OUTPUT "${VELCORA_DEVICE_FILES_STAMP}"
 # Compiles each staged text to <base>_<kind>.ddb in its family folder, at compression level 6
 # (level 9 costs five times the time for 15% less):
 #   ddbtool device compile --level 6 <staging>/<folder>/<base>.<kind> <root>/ddb/<folder>/<base>_<kind>.ddb
-# (through a temporary file beside the target), for the kinds that ddbtool takes.
+# (through a temporary file beside the target), for the kinds that ddbtool takes. ddbtool
+# runs on the bundled installation, whose catalogue tells it the family of a device (the PAD
+# reader needs it).
 set(VELCORA_DEVICE_DDB_STAMP "${VELCORA_BUNDLED_ROOT}/ddb/.device_ddb")
 add_custom_command(OUTPUT "${VELCORA_DEVICE_DDB_STAMP}"
-  COMMAND Python3::Interpreter "${PROJECT_SOURCE_DIR}/tools/compile_staged_device_files.py"
+  COMMAND "${CMAKE_COMMAND}" -E env "VELCORA_ROOTDIR=${VELCORA_BUNDLED_ROOT}"
+          "${Python3_EXECUTABLE}" "${PROJECT_SOURCE_DIR}/tools/compile_staged_device_files.py"
           --manifest "${VELCORA_DEVICE_STAGING}/device_manifest.txt" --ddbtool $<TARGET_FILE:ddbtool>
           --level 6 --stamp "${VELCORA_DEVICE_DDB_STAMP}"
   DEPENDS "${VELCORA_DEVICE_FILES_STAMP}" ddbtool "${PROJECT_SOURCE_DIR}/tools/compile_staged_device_files.py"

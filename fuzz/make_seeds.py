@@ -9,6 +9,7 @@ The outputs are committed; run this again after a format changes. Each seed star
 harness's selector bytes (see the comment at the top of each fuzz_NAME.cpp)."""
 
 import argparse
+import os
 import pathlib
 import re
 import shutil
@@ -222,6 +223,161 @@ def hdr_seeds(build):
                 b"\xff\xff\xff\x3f", b"\xff\xff\xff\xff"] + [fnv(c) for c in classes])
 
 
+def text_blocks(lines, opener, count=1):
+    """The first `count` blocks of the lines that open with `opener`, each up to its "end"."""
+    found, start = [], 0
+    while len(found) < count:
+        start = next(i for i in range(start, len(lines)) if lines[i].startswith(opener))
+        end = next(i for i in range(start, len(lines)) if lines[i].rstrip("\n") == "end")
+        found.append("".join(lines[start:end + 1]))
+        start = end + 1
+    return "".join(found)
+
+
+def compiled_seeds(build, texts, kind, name):
+    """file_ and payload_ seeds of the texts compiled by ddbtool (PAD texts are named after
+    their device, which ddbtool reads them for)."""
+    seeds = {}
+    with tempfile.TemporaryDirectory() as tmp:
+        for label, text in texts.items():
+            source = pathlib.Path(tmp, "%s.%s" % (name, kind))
+            compiled = pathlib.Path(tmp, "%s_%s.ddb" % (name, kind))
+            source.write_text(text)
+            subprocess.run([str(build / "tools" / "ddbtool"), "device", "compile", "--level", "6", str(source),
+                            str(compiled)], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                           env=dict(os.environ, VELCORA_ROOTDIR=str(build / "velcora")))
+            raw = compiled.read_bytes()
+            seeds["file_" + label] = bytes([0, 0]) + raw
+            seeds["payload_" + label] = bytes([1, 0]) + zlib.decompress(raw)[20:]
+    return seeds
+
+
+# Rules the generated PAD files do not show: an embedded block, a reopened descriptor, a
+# renamed descriptor, a default pad, currents, a pad label out of range, a global id of -1,
+# the name lists, an include, a 2D table over continuation lines, and a few bad lines.
+PAD_HAND_WRITTEN = """INT_NUM_PADS = 3
+INT_DEFAULT_IO_STANDARD = LVTTL
+VEC_STRING_BANK_NAMES = {"1", "2"}
+io_standard LVTTL_A
+\tCURRENT_SET = 4MA, 8MA, 3
+\tREAL_VCC_CURRENT[4MA] = 10
+\tREAL_GND_CURRENT[8MA] = -20
+\tINT_IO_STANDARD = LVTTL
+\tBOOL_IS_DEFAULT = true
+\tSTRING_INTERNAL_NAME = "OTHER"
+\t2D_INT_CURRENT_STRENGTH_TABLE = {
+\t\t{ 1 2 }
+\t\t{ 3 4 }}
+io_rule VREF_MATCH
+\tINT_RULE_VALUE = 5
+end
+io_standard LVTTL_A
+\tINT_VOLTAGE = 3_3V
+end
+default_pad
+\tIO_STANDARDS = LVTTL_A
+\tBOOL_IS_USER_IO = true
+\tINT_GLOBAL_ID = 7
+end
+pad 0
+\tIO_STANDARDS = LVTTL_A, LVTTL_A
+\tINT_GLOBAL_ID = 1024
+\tSTRING_PAD_NAMES = "IO1_0,DIFF1_0P"
+end
+pad 1
+\tINT_GLOBAL_ID = 1024
+\tINT_GLOBAL_ID = -1
+\tSTRING_PAD_NAMES = "IO1_1/CFG_D1"
+end
+pad 3
+\tBOOL_IS_BIDIR = true
+end
+include "no_such_file.pad"
+end
+bogus line
+"""
+
+# The same for PKG files: names taken over from pin 0 and claimed twice, vectors with names,
+# a pin label out of range, a BOOL line with a trailing blank, an include and bad lines.
+PKG_HAND_WRITTEN = """INT_NUM_PINS = 3
+INT_PACKAGE = FBGA
+VEC_DOUBLE_ROW_OFFSETS_MM = {0.5, 1, 2.25}
+2D_INT_BALL_MAP = {
+\t{ 0 1 }
+\t{ 2 }}
+pin 0
+\tPAD_IDS = 7, 7, 9
+\tSTRING_PIN_NAME = "A1"
+\tVEC_INT_IO_STANDARDS = {LVTTL, 2, LVCMOS30}
+end
+pin 1
+\tSTRING_PIN_NAME = "a1"
+\tBOOL_IS_POWER = true
+pin 2
+\tSTRING_PIN_NAME = "A1"
+end
+pin 7
+\tINT_IO_BANK = 1
+end
+BOOL_IS_LIDDED = true 
+include "no_such_file.pkg"
+bogus line
+"""
+
+
+def pad_seeds(build):
+    path = min((p for p in (build / "velcora" / "ddb").glob("*/ddb_*.pad")), key=lambda p: p.stat().st_size)
+    lines = path.read_text().splitlines(keepends=True)
+    top = "".join(line for line in lines[:next(i for i, l in enumerate(lines) if l.startswith("io_standard "))])
+    descriptors = text_blocks(lines, "io_standard ", 3)
+    texts = {
+        "top_level_keys": top,
+        "descriptors_rules_and_pads": top + descriptors + text_blocks(lines, "io_rule ", 2) +
+                                      text_blocks(lines, "default_pad") + text_blocks(lines, "pad ", 4),
+        "hand_written": PAD_HAND_WRITTEN,
+    }
+    write_corpus("pad_text", {label: t.encode() for label, t in texts.items()})
+    keys = sorted(set(re.findall(r"^\t*((?:BOOL|INT|STRING|2D_INT|VEC_STRING)_[A-Z0-9_]+) = ", path.read_text(), re.M)))
+    write_dict("pad_text", "Block words, list keys, punctuation and the keys of a generated PAD file.",
+               ["io_standard ", "io_rule ", "pad ", "default_pad\n", "end\n", "include ", "IO_STANDARDS = ",
+                "CURRENT_SET = ", "REAL_VCC_CURRENT[", "REAL_GND_CURRENT[", "] = ", " = ", "{", "}", "{ ", " }", '"',
+                ",", "/", "\t", "#", "true", "false", "-1", "4MA", "LVTTL"] + keys)
+    seeds = compiled_seeds(build, {"descriptors_rules_and_pads": texts["descriptors_rules_and_pads"],
+                                   "hand_written": PAD_HAND_WRITTEN}, "pad", "ddb_os6g2700")
+    write_corpus("pad_info_pdb", seeds)
+    sources = (ROOT / "ddb" / "dev" / "ddb_dev__pdb.cpp").read_text()
+    classes = sorted(set(re.findall(r"SERIALIZER\((DEV_(?:PAD|IO_)\w+)", sources)))
+    write_dict("pad_info_pdb", "The segment magic and version, counts, object numbers and the stored classes' tags.",
+               [b"VDDB", b"\x01\x00", b"\x00\x00\x00\x00", b"\x01\x00\x00\x00", b"\x02\x00\x00\x00",
+                b"\x3d\x00\x00\x00", b"\x54\x00\x00\x00", b"\xff\xff\xff\x3f", b"\xff\xff\xff\xff"] +
+               [fnv(c) for c in classes])
+
+
+def pkg_seeds(build):
+    path = min((p for p in (build / "velcora" / "ddb").glob("*/ddb_*.pkg")), key=lambda p: p.stat().st_size)
+    lines = path.read_text().splitlines(keepends=True)
+    top = "".join(line for line in lines[:next(i for i, l in enumerate(lines) if l.startswith("pin "))])
+    texts = {
+        "top_level_keys": top,
+        "pins": top + text_blocks(lines, "pin ", 6),
+        "hand_written": PKG_HAND_WRITTEN,
+    }
+    write_corpus("pkg_text", {label: t.encode() for label, t in texts.items()})
+    keys = sorted(set(re.findall(r"^\t*((?:BOOL|INT|STRING|2D_INT|VEC_INT|VEC_DOUBLE)_[A-Z0-9_]+) = ",
+                                 path.read_text(), re.M)))
+    write_dict("pkg_text", "Block words, list keys, punctuation and the keys of a generated PKG file.",
+               ["pin ", "end\n", "include ", "PAD_IDS = ", "INT_NUM_PINS = ", " = ", "{", "}", ", ", '"', "\t",
+                "#", "true", "false", "LVTTL"] + keys)
+    write_corpus("pkg_info_pdb", compiled_seeds(build, {"pins": texts["pins"], "hand_written": PKG_HAND_WRITTEN},
+                                                "pkg", "ddb_pins"))
+    sources = (ROOT / "ddb" / "dev" / "ddb_dev__pdb.cpp").read_text()
+    classes = sorted(set(re.findall(r"SERIALIZER\((DEV_(?:PIN|PKG)\w*)", sources)))
+    write_dict("pkg_info_pdb", "The segment magic and version, counts, bit-vector sizes and the stored classes' tags.",
+               [b"VDDB", b"\x01\x00", b"\x00\x00\x00\x00", b"\x01\x00\x00\x00", b"\x24\x00\x00\x00",
+                b"\x11\x00\x00\x00", b"\x0c\x00\x00\x00", b"\xff\xff\xff\x3f", b"\xff\xff\xff\xff"] +
+               [fnv(c) for c in classes])
+
+
 def list_seeds():
     voltages = [n for n in enum_names("dev_voltage_enum")[::2]]
     standards = [n for n in enum_names("dev_io_standard_enum")[::2]]
@@ -428,6 +584,8 @@ def main():
     list_seeds()
     tcl_seeds(text)
     hdr_seeds(build)
+    pad_seeds(build)
+    pkg_seeds(build)
     part_info_seeds(build)
     rsi_seeds(build)
 

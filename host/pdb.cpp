@@ -1,5 +1,7 @@
 #include "host/pdb.h"
 
+#include <algorithm>
+
 #include <zlib.h>
 
 #include <cstring>
@@ -275,24 +277,40 @@ uint32_t PDB_SEGMENT::object_number(const void* object) {
 
 void PDB_SEGMENT::register_object(uint32_t number, const void* type, void* object) {
     if (failed()) return;
-    if (number == 0 || !m_objects.emplace(number, STORED_OBJECT{type, object}).second)
+    // The writer numbers objects 1, 2, 3, ... and every stored object takes more than four
+    // bytes (its number and its class), so no number exceeds a quarter of the payload: the
+    // table stays within a few times the file's size.
+    const size_t bound = m_payload.size() / 4;
+    if (number == 0 || number > bound) {
+        fail("corrupted: an object stored under number " + std::to_string(number));
+        return;
+    }
+    if (number >= m_objects.size())
+        m_objects.resize(std::min(bound + 1, std::max<size_t>(number + 1, 2 * m_objects.size())));
+    if (m_objects[number].type) {
         fail("corrupted: an object stored under number " + std::to_string(number) + " twice or under 0");
+        return;
+    }
+    m_objects[number] = STORED_OBJECT{type, object};
 }
 
 void PDB_SEGMENT::link(uint32_t number, const void* type, void* slot, PDB_ASSIGN assign) {
     assign(slot, nullptr);
-    if (number != 0 && !failed()) m_links.push_back(PENDING_LINK{number, type, slot, assign});
+    if (number == 0 || failed()) return;
+    // A link takes four bytes of the payload: room for a sixteenth of what it can hold
+    // saves the first doublings without reserving beyond the file.
+    if (m_links.empty()) m_links.reserve(m_payload.size() / 64);
+    m_links.push_back(PENDING_LINK{number, type, slot, assign});
 }
 
 bool PDB_SEGMENT::resolve_links() {
     for (const PENDING_LINK& l : m_links) {
         if (failed()) break;
-        auto found = m_objects.find(l.number);
-        if (found == m_objects.end() || found->second.type != l.type) {
+        if (l.number >= m_objects.size() || !m_objects[l.number].type || m_objects[l.number].type != l.type) {
             fail("corrupted: a link to object " + std::to_string(l.number) + " that is not stored");
             break;
         }
-        l.assign(l.slot, found->second.object);
+        l.assign(l.slot, m_objects[l.number].object);
     }
     m_links.clear();
     if (!failed())

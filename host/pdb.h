@@ -190,7 +190,9 @@ private:
         PDB_ASSIGN assign;
     };
     std::unordered_map<const void*, uint32_t> m_numbers;         // writing
-    std::unordered_map<uint32_t, STORED_OBJECT> m_objects;        // reading
+    // Reading: the objects by number (numbers run from 1 as the writer gave them; an empty
+    // slot has no type). A number is at most a quarter of the payload's size.
+    std::vector<STORED_OBJECT> m_objects;
     std::vector<PENDING_LINK> m_links;                            // reading
     std::vector<std::function<void()>> m_after_links;            // reading
 };

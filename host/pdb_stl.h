@@ -67,10 +67,15 @@ template <typename T>
 typename std::enable_if<std::is_class<T>::value>::type pdb_xfr(PDB_DDB_SEGMENT& seg, T*& p) {
     uint32_t number = seg.is_writing() ? seg.object_number(p) : 0;
     pdb_xfr(seg, number);
-    if (seg.is_reading())
-        seg.link(number, pdb_type_key<T>(), &p, [](void* slot, void* object) {
-            *static_cast<T**>(slot) = static_cast<T*>(object);
-        });
+    if (!seg.is_reading()) return;
+    // Null links (most slots of the tables keyed by an enumeration) need no resolving.
+    if (number == 0) {
+        p = nullptr;
+        return;
+    }
+    seg.link(number, pdb_type_key<T>(), &p, [](void* slot, void* object) {
+        *static_cast<T**>(slot) = static_cast<T*>(object);
+    });
 }
 
 // How a stored object is created when read (specialised for classes without a default
@@ -165,8 +170,8 @@ inline void pdb_xfr(PDB_DDB_SEGMENT& seg, VTL_BOOL_VECTOR& v) {
         v.resize(bits);
         for (size_t w = 0; w < words && !seg.failed(); ++w) {
             uint64_t x = 0;
-            seg.xfr(x);
-            for (size_t b = 0; b < 64 && w * 64 + b < bits; ++b) v.set_value(w * 64 + b, (x >> b) & 1);
+            if (!seg.take_in_place(x)) seg.xfr(x);
+            v.set_word(w, x);
         }
     } else {
         for (size_t w = 0; w < words; ++w) {

@@ -41,6 +41,12 @@ public:
     bool operator==(const VTL_BOOL_VECTOR& o) const { return m_size == o.m_size && m_words == o.m_words; }
     bool operator!=(const VTL_BOOL_VECTOR& o) const { return !(*this == o); }
     const std::vector<uint64_t>& words() const { return m_words; }
+    // Sets the 64 bits of word `w` at once (bits past the size are dropped).
+    void set_word(size_t w, uint64_t bits) {
+        if (w >= m_words.size()) return;
+        const size_t used = m_size - 64 * w;
+        m_words[w] = used >= 64 ? bits : bits & ((uint64_t(1) << used) - 1);
+    }
 
 private:
     size_t m_size = 0;

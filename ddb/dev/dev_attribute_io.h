@@ -125,6 +125,20 @@ DEV_ATTRIBUTE_STATUS dev_attribute_read_any(DEV_ATTRIBUTE_SYNTAX& syntax, const 
                                           typename RECORD::attribute_keys());
 }
 
+// Matches a line of KEY's kind read from a text file. A 2D value that is a lone "{" gathers
+// its continuation lines from the file, and the first line after them is put back for the
+// reader to handle next. (FILE: DEV_TEXT_FILE or any type with next_line and put_back.)
+template <typename KEY, typename FILE>
+bool dev_attribute_match_line(DEV_ATTRIBUTE_SYNTAX& syntax, FILE& file, const std::string& line) {
+    if (!syntax.match(ASTR_KEY_TRAITS<KEY>::kind, line)) return false;
+    if (ASTR_KEY_TRAITS<KEY>::kind == ASTR_KIND_2D_INT) {
+        std::string pending;
+        if (syntax.gather_2d_value([&file](std::string& next) { return file.next_line(next); }, &pending))
+            file.put_back(std::move(pending));
+    }
+    return true;
+}
+
 // Appends the valid keys of KEY's kind, in key order, as "<indent>KEY = value" lines, but
 // those for which skip(kind, key) holds.
 template <typename KEY, typename RECORD, typename SKIP = dev_attribute_detail::WRITE_ALL_KEYS>

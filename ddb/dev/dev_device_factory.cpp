@@ -3,8 +3,11 @@
 
 #include "dev_asm_info.h"
 #include "dev_basic_info.h"
+#include "dev_family_desc.h"
 #include "dev_family_info_mgr_body.h"
+#include "dev_pad_info.h"
 #include "dev_part_info.h"
+#include "dev_pkg_info.h"
 #include "dev_routing_switch_info.h"
 #include "host/msg.h"
 #include "host/tables/dev_device_enum.h"
@@ -21,11 +24,20 @@ struct OPENING {
     DEV_FAMILY_ENUM family;
     DEV_PART_ENUM part;  // DEV_PART_INVALID when opened for a device
     const DEV_DEVICE_DESC* record;  // the device's catalogue record (null when unknown)
+    const DEV_FAMILY_DESC* family_record;  // its family's record (null when unknown)
 };
 
+// The catalogue says which families have no data of a kind: nothing to look for then. A
+// family the catalogue does not know is looked for all the same, so that the loader reports.
+bool family_lacks(const OPENING& o, DEV_FAMILY_TRAIT_ENUM has_data) {
+    return o.family_record && !o.family_record->has_trait(has_data);
+}
+
+// A device without basic info (trait NO_HDR_DATA) has no per-device data files at all.
+bool has_device_data(const OPENING& o) { return !(o.record && o.record->has_trait(DEV_DEVICE_TRAIT_NO_HDR_DATA)); }
+
 void load_basic_info(OPENING& o) {
-    // The catalogue says which devices have no basic info: nothing to look for.
-    if (o.record && o.record->has_trait(DEV_DEVICE_TRAIT_NO_HDR_DATA)) return;
+    if (!has_device_data(o)) return;
     auto* body = new DEV_BASIC_INFO_BODY;
     body->set_enum_data(DEV_BASIC_INFO_ENUM_DEVICE, o.device_enum);
     body->set_enum_data(DEV_BASIC_INFO_ENUM_FAMILY, o.family);
@@ -40,8 +52,28 @@ void load_basic_info(OPENING& o) {
     o.body->set_basic_info(basic_info);
 }
 
-// A device without basic info (trait NO_HDR_DATA) has no per-device data files at all.
-bool has_device_data(const OPENING& o) { return !(o.record && o.record->has_trait(DEV_DEVICE_TRAIT_NO_HDR_DATA)); }
+void load_pad_info(OPENING& o) {
+    if (!has_device_data(o) || family_lacks(o, DEV_FAMILY_TRAIT_HAS_PAD_DATA)) return;
+    auto* pad_info = new DEV_PAD_INFO(new DEV_PAD_INFO_BODY);
+    pad_info->get_body()->set_device(o.device);
+    if (!pad_info->load_data(o.part)) {
+        delete pad_info;
+        return;
+    }
+    o.body->set_pad_info(pad_info);
+}
+
+// A package belongs to a part.
+void load_pkg_info(OPENING& o) {
+    if (o.part == DEV_PART_INVALID || !has_device_data(o) || family_lacks(o, DEV_FAMILY_TRAIT_HAS_PACKAGE_DATA)) return;
+    auto* pkg_info = new DEV_PKG_INFO(new DEV_PKG_INFO_BODY);
+    pkg_info->get_body()->set_device(o.device);
+    if (!pkg_info->load_data(o.part)) {
+        delete pkg_info;
+        return;
+    }
+    o.body->set_pkg_info(pkg_info);
+}
 
 void load_part_info(OPENING& o) {
     if (o.part == DEV_PART_INVALID || !has_device_data(o)) return;
@@ -89,6 +121,8 @@ struct ASPECT_LOADER {
 // In the order of DEV_DEVICE_FACTORY::ASPECT.
 const ASPECT_LOADER LOADERS[] = {
     {DEV_DEVICE_FACTORY::BASIC_INFO, load_basic_info},
+    {DEV_DEVICE_FACTORY::PAD_INFO, load_pad_info},
+    {DEV_DEVICE_FACTORY::PKG_INFO, load_pkg_info},
     {DEV_DEVICE_FACTORY::PART_INFO, load_part_info},
     {DEV_DEVICE_FACTORY::ROUTING_SWITCH_INFO, load_routing_switch_info},
     {DEV_DEVICE_FACTORY::ASM_INFO, load_asm_info},
@@ -100,7 +134,10 @@ DEV_DEVICE* open(DEV_DEVICE_ENUM device, DEV_PART_ENUM part, unsigned aspects) {
     auto* body = new DEV_DEVICE_BODY;
     body->set_ace_info(nullptr);
     body->set_part_info(nullptr);
-    OPENING o{new DEV_DEVICE(body), body, device, record ? record->get_family() : DEV_FAMILY_INVALID, part, record};
+    const DEV_FAMILY_ENUM family = record ? record->get_family() : DEV_FAMILY_INVALID;
+    OPENING o{new DEV_DEVICE(body), body, device, family, part, record, store.find_desc_of(family)};
+    // The PAD reader asks the basic info for the device's family.
+    if (aspects & DEV_DEVICE_FACTORY::PAD_INFO) aspects |= DEV_DEVICE_FACTORY::BASIC_INFO;
     for (const ASPECT_LOADER& loader : LOADERS)
         if (aspects & loader.aspect) loader.load(o);
     return o.device;

@@ -125,6 +125,11 @@ void DEV_TEXT_READER::error(const std::string& message, const char* source, int 
     diagnose(DEV_TEXT_DIAGNOSTIC::ERROR, message, std::move(reports));
 }
 
+void DEV_TEXT_READER::raise(const std::string& message, const char* source, int line) {
+    MSG_INTERNAL_ERROR_report(message, "DEV", msg_source_name(source).c_str(), line);
+    diagnose(DEV_TEXT_DIAGNOSTIC::ERROR, message, {message});
+}
+
 void DEV_TEXT_READER::warning(const std::string& message, const char* source, int line) {
     const DEV_TEXT_FILE* file = current();
     const std::string text = file ? located("Warning", source, line, *file, message) : message;

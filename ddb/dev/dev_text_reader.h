@@ -72,6 +72,10 @@ public:
     void error(const std::string& message, const char* source = __builtin_FILE(), int line = __builtin_LINE());
     void warning(const std::string& message, const char* source = __builtin_FILE(),
                  int line = __builtin_LINE());
+    // An error raised directly: the internal error with the message alone, without the
+    // located note (the formats that report syntax errors so); still a diagnostic of the
+    // current file and line.
+    void raise(const std::string& message, const char* source = __builtin_FILE(), int line = __builtin_LINE());
     // A note of the format's own text on the debug channel, located for diagnostics.
     void note(const std::string& message);
 

@@ -18,6 +18,8 @@
 #include "dev_family_info.h"
 #include "dev_owned_vector.h"
 #include "dev_part_info.h"
+#include "dev_pad_info_body.h"
+#include "dev_pkg_info_body.h"
 #include "dev_persistent.h"
 #include "dev_routing_switch_info_body.h"
 #include "dev_smart_value.h"
@@ -54,12 +56,12 @@ void pdb_xfr(PDB_DDB_SEGMENT& seg, DEV_OWNED_VECTOR<T>& v) {
     for (size_t i = 0; i < n && !seg.failed(); ++i) pdb_xfr_numbered(seg, v[i]);
 }
 
-// An owned object that links may point at: stored here under its number.
+// An owned record that links may point at, numbered as the records of a DEV_OWNED_VECTOR.
 template <typename T>
 void pdb_xfr(PDB_DDB_SEGMENT& seg, std::unique_ptr<T>& p) {
-    T* object = p.release();
-    pdb_xfr_numbered(seg, object);
-    p.reset(object);
+    T* raw = p.release();
+    pdb_xfr_numbered(seg, raw);
+    p.reset(raw);
 }
 
 // A handle's owned body.
@@ -98,6 +100,17 @@ DEV_PDB_DECLARE(DEV_ELEMENT_DESC)
 DEV_PDB_DECLARE(DEV_ELEMENT_DESC_BODY)
 DEV_PDB_DECLARE(DEV_PORT_TABLE)
 DEV_PDB_DECLARE(DEV_BASIC_INFO_BODY)
+
+// Pads and packages
+DEV_PDB_DECLARE(DEV_PAD)
+DEV_PDB_DECLARE(DEV_PAD_BODY)
+DEV_PDB_DECLARE(DEV_IO_STANDARD_DESC)
+DEV_PDB_DECLARE(DEV_IO_STANDARD_DESC_BODY)
+DEV_PDB_DECLARE(DEV_IO_RULE)
+DEV_PDB_DECLARE(DEV_IO_RULE_BODY)
+DEV_PDB_DECLARE(DEV_PAD_INFO_BODY)
+DEV_PDB_DECLARE(DEV_PIN)
+DEV_PDB_DECLARE(DEV_PKG_INFO_BODY)
 
 // Part info
 DEV_PDB_DECLARE(DEV_POWER_SUPPLY_DESC)

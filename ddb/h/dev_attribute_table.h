@@ -15,6 +15,7 @@
 #include "dev_export.h"
 
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -138,6 +139,10 @@ struct DEV_ATTRIBUTE_ACCESS;
         static RESULT get(const RECORD& record, KEY key) {                                       \
             return record.get_##k##_data(key);                                                   \
         }                                                                                        \
+        template <typename RECORD, typename KEY>                                                 \
+        static bool get_into(const RECORD& record, KEY key, VALUE* value) {                      \
+            return record.get_##k##_data(key, value);                                            \
+        }                                                                                        \
         template <typename RECORD, typename KEY, typename V>                                     \
         static void set(RECORD& record, KEY key, V&& value) {                                    \
             record.set_##k##_data(key, std::forward<V>(value));                                  \
@@ -158,6 +163,28 @@ DEV_ATTRIBUTE_KIND(DEV_VEC_DOUBLE_ATTRIBUTES, ASTR_KIND_VEC_DOUBLE, vec_double, 
 DEV_ATTRIBUTE_KIND(DEV_VEC_STRING_ATTRIBUTES, ASTR_KIND_VEC_STRING, vec_string, DEV_STRING_VECTOR,
                    const DEV_STRING_VECTOR&, std::vector<DEV_STRING_VECTOR>)
 #undef DEV_ATTRIBUTE_KIND
+
+// Reports a read of a key that the record does not define, for records whose getters name
+// the key ("Key not defined in data file: " followed by the key's name).
+DEV_EXPORT void dev_report_key_not_defined(const char* key_name);
+
+// The read of a record whose getters report a missing key by its name: the range check of
+// the key's table, then `value` when `defined`, else the report and the kind's default.
+// (bool and int come back by value, the others by reference into the record).
+template <typename VALUE>
+using DEV_ATTRIBUTE_RESULT = std::conditional_t<std::is_arithmetic<VALUE>::value, VALUE, const VALUE&>;
+template <typename KEY, typename VALUE>
+DEV_ATTRIBUTE_RESULT<VALUE> dev_attribute_defined_value(KEY key, bool defined, const VALUE& value) {
+    if (!DEV_ATTRIBUTE_KEY<KEY>::check_range(key)) return dev_attribute_default<VALUE>();
+    if (defined) return value;
+    dev_report_key_not_defined(ASTR_KEY_TRAITS<KEY>::table().debug_string(key));
+    return dev_attribute_default<VALUE>();
+}
+
+// What a read of KEY's kind returns.
+template <typename KEY>
+using DEV_ATTRIBUTE_KEY_RESULT =
+    DEV_ATTRIBUTE_RESULT<typename DEV_ATTRIBUTE_ACCESS<ASTR_KEY_TRAITS<KEY>::kind>::value_type>;
 
 // Reports a 2D text that does not parse ("Invalid string for DEV_2D_INT_ARRAY: %s").
 DEV_EXPORT void dev_report_invalid_2d_int_string(const std::string& text);

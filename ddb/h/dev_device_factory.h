@@ -5,12 +5,15 @@
 // reported by the aspect's loader and leaves that aspect null; the device is returned all
 // the same, and the caller deletes it. Only an enumerator out of range gives null. An aspect
 // that the catalogue says the device has none of (a device with the trait NO_HDR_DATA has
-// no basic info) is not looked for and stays null without a report.
+// no basic info; a family without HAS_PAD_DATA, HAS_PACKAGE_DATA, ... has no pads,
+// packages, ...) is not looked for and stays null without a report.
 //
 // Aspects, in the order they are loaded (bits of `aspects`):
 //   BASIC_INFO           the device's HDR data ("hdr" file, DEV_BASIC_INFO::load_data)
-//   PAD_INFO             the device's pads ("pad" file)
-//   PKG_INFO             the part's package pins ("pkg" file; parts only)
+//   PAD_INFO             the device's pads ("pad" file; brings the basic info along, which
+//                        the PAD reader asks for the device's family)
+//   PKG_INFO             the part's package pins ("pkg" file; parts only), whose
+//                        get_device is the opened device
 //   PART_INFO            the part's power supplies ("part_info" file; parts only; a part
 //                        without one is noted, not reported)
 //   ROUTING_SWITCH_INFO  the device's routing switches ("rsi" file; none for the generic device)

@@ -18,18 +18,24 @@ namespace {
 const char DEVICE_USAGE[] =
     "usage: ddbtool device compile [--level N] IN OUT.ddb\n"
     "       ddbtool device dump [--kind TYPE] IN OUT\n"
-    "       ddbtool device info DEVICE|PART\n\n"
+    "       ddbtool device info DEVICE|PART\n"
+    "       ddbtool device pins PART [--svg FILE]\n\n"
     "compile reads the text file IN and writes its persistent form to OUT.ddb at compression\n"
     "level N (1 to 9, default 9); dump reads IN in either form and writes its ASCII dump to\n"
     "OUT; the kind of data is known from IN's name (the text extension, or a persistent file\n"
     "ending in _<type>.ddb) or given with --kind (kinds below).\n"
     "info opens a device (or the device of a part) as the library does and prints, for each\n"
-    "aspect, the file it came from and what it holds.\n";
+    "aspect, the file it came from and what it holds.\n"
+    "pins lists the pins of the part's package, one a line: name, pin id, the pad ids it is\n"
+    "bonded to and their pad names; --svg FILE also draws the package's ball map (one ball per\n"
+    "pin at its grid position, coloured by kind, user I/O by bank) to FILE.\n";
 
 // The kinds of device data, in the order the tools list them.
 const std::vector<const DDBTOOL_DEVICE_KIND*>& kinds() {
     static const std::vector<const DDBTOOL_DEVICE_KIND*> table = {
         &ddbtool_kind_hdr(),
+        &ddbtool_kind_pad(),
+        &ddbtool_kind_pkg(),
         &ddbtool_kind_part_info(),
         &ddbtool_kind_rsi(),
     };
@@ -184,7 +190,7 @@ int info(const OPTIONS& o) {
         const bool found = kind->locate(device, part, &path);
         const std::string held = opened ? kind->describe(*opened) : std::string();
         if (!found && path.full_path().empty())
-            std::printf("  %-20s per part\n", kind->description());
+            std::printf("  %-20s none for a device alone\n", kind->description());
         else if (!found)
             std::printf("  %-20s not installed (%s)\n", kind->description(), path.full_path().c_str());
         else if (held.empty())
@@ -220,6 +226,7 @@ const DDBTOOL_DEVICE_KIND* ddbtool_device_kind_of(const FIO_PATH& path) {
 
 int ddbtool_device(const std::vector<std::string>& args) {
     const std::string sub = args.empty() ? std::string() : args[0];
+    if (sub == "pins") return ddbtool_device_pins(std::vector<std::string>(args.begin() + 1, args.end()));
     if (sub != "compile" && sub != "dump" && sub != "info") {
         ddbtool_error("device", sub.empty() ? "no subcommand given" : "unknown subcommand \"" + sub + "\"");
         std::fputs(DEVICE_USAGE, stderr);

@@ -51,7 +51,12 @@ void ddbtool_print_device_kinds(std::FILE* out);
 
 // The kinds, one function each (ddbtool_kind_<type>.cpp).
 const DDBTOOL_DEVICE_KIND& ddbtool_kind_hdr();
+const DDBTOOL_DEVICE_KIND& ddbtool_kind_pad();
+const DDBTOOL_DEVICE_KIND& ddbtool_kind_pkg();
 const DDBTOOL_DEVICE_KIND& ddbtool_kind_part_info();
 const DDBTOOL_DEVICE_KIND& ddbtool_kind_rsi();
+
+// `device pins PART [--svg FILE]` (ddbtool_pins.cpp).
+int ddbtool_device_pins(const std::vector<std::string>& args);
 
 #endif
