@@ -1,188 +1,197 @@
-// Pads and packages on the largest device and package of the bundled installation: the PAD
-// and PKG text parse against the bare anchored matching of the same lines, the .ddb load
-// and write against a bare zlib inflate of the same file, and pad and pin look-ups by name
-// and by global id against a plain std::unordered_map of the same keys, all in the same run.
-// Prints the ratios and the heap bytes per pad and per pin after the runs.
-#include <benchmark/benchmark.h>
+// Pads and packages of the largest installed PAD and PKG files (their staged texts; the
+// families keep them compiled):
+//
+//   - PAD and PKG text parse (read_pad_file, read_pkg_file) against the bare anchored
+//     matching of the same lines, in memory, with the reader's patterns in its order;
+//   - their ".ddb" load (load_pad_from_pdb, load_pkg_from_pdb) and write against a bare zlib
+//     inflate of the same file read from disk;
+//   - pad look-ups by name and by global id and pin look-ups by name, every key once per
+//     iteration, against a std::unordered_map of the same keys;
+//   - the heap one loaded body holds, per pad and per pin (mallinfo2).
+//
+// Run with VELCORA_ROOTDIR naming the bundled installation (as `make bench` does).
 #include <malloc.h>
-#include <unistd.h>
-#include <zlib.h>
 
 #include <cstdio>
-#include <fstream>
-#include <iterator>
-#include <map>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
-#include "dev_basic_info.h"
-#include "dev_device.h"
+#include "bench_patterns.h"
+#include "bench_support.h"
+#include "dev_device_factory.h"
 #include "dev_family_info_mgr_body.h"
 #include "dev_pad_info.h"
+#include "dev_path.h"
 #include "dev_pkg_info.h"
 #include "host/dstr.h"
-#include "host/gen.h"
 #include "host/msg.h"
-#include "host/vtl_regexp.h"
-#include "dev_utility.h"
 
 namespace {
 
-// The largest device's files: its compiled forms installed, its texts staged by the build.
-const std::string DDB_FOLDER = std::string(VELCORA_BUNDLED_ROOT) + "/ddb/ostrel6/";
-const std::string TEXT_FOLDER = std::string(VELCORA_DEVICE_STAGING) + "/ostrel6/";
-const std::string PAD_BASE = "ddb_os6g2700", PKG_BASE = "ddb_os6g2700lga2912";
+namespace fs = std::filesystem;
 
-std::string file_bytes(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+// A compiled file and the staged text it was compiled from.
+struct COMPILED {
+    std::string ddb, text;
+};
+
+// The staged text of <root>/ddb/<folder>/<base>_<kind>.ddb: <staging>/<folder>/<base>.<kind>.
+COMPILED compiled(const FIO_PATH& ddb, const std::string& kind) {
+    const fs::path p(ddb.full_path());
+    const std::string name = p.filename().string();
+    return {ddb.full_path(), std::string(VELCORA_DEVICE_STAGING) + "/" + p.parent_path().filename().string() + "/" +
+                                 name.substr(0, name.size() - kind.size() - 5) + "." + kind};
 }
 
-std::vector<std::string> lines_of(const std::string& path) {
-    std::vector<std::string> lines;
-    std::ifstream in(path);
-    for (std::string line; std::getline(in, line);) lines.push_back(line);
-    return lines;
+// Of the files the search finds for `keys`, the compiled one with the largest text.
+template <typename ENUM>
+COMPILED largest(int first, int end, const char* kind, ENUM* chosen) {
+    COMPILED best;
+    uintmax_t largest = 0;
+    for (int k = first; k < end; ++k) {
+        FIO_PATH path;
+        if (!DEV_PATH::get_existing_device_file_path(ENUM(k), kind, &path) || !DEV_PATH::is_pdb_file(path)) continue;
+        const COMPILED c = compiled(path, kind);
+        std::error_code ec;
+        const uintmax_t size = fs::file_size(c.text, ec);
+        if (!ec && size > largest) largest = size, best = c, *chosen = ENUM(k);
+    }
+    if (best.ddb.empty()) std::abort();
+    return best;
 }
 
-DEV_DEVICE& device() {
-    static DEV_DEVICE* const device = [] {
-        const DEV_DEVICE_ENUM d = dstr_get_dev_device_enum_by_string("OS6G2700");
-        auto* basic = new DEV_BASIC_INFO_BODY;
-        basic->set_enum_data(DEV_BASIC_INFO_ENUM_DEVICE, d);
-        basic->set_enum_data(DEV_BASIC_INFO_ENUM_FAMILY,
-                             DEV_FAMILY_INFO_MGR_BODY::get_instance()->find_desc_of(d)->get_family());
-        auto* body = new DEV_DEVICE_BODY;
-        body->set_ace_info(nullptr);
-        body->set_part_info(nullptr);
-        body->set_basic_info(new DEV_BASIC_INFO(basic));
-        return new DEV_DEVICE(body);
+struct FILES {
+    DEV_DEVICE_ENUM device = DEV_DEVICE_INVALID;
+    DEV_PART_ENUM part = DEV_PART_INVALID;
+    COMPILED pad, pkg;
+    std::unique_ptr<DEV_DEVICE> opened;  // the PAD reader asks its basic info for the family
+};
+
+const FILES& files() {
+    static const FILES* const f = [] {
+        MSG_CAPTURE quiet;
+        auto* f = new FILES;
+        f->pad = largest(DEV_DEVICE_INVALID + 1, DEV_DEVICE_GENERIC, "pad", &f->device);
+        f->pkg = largest(DEV_PART_INVALID + 1, DEV_PART_GENERIC, "pkg", &f->part);
+        f->opened.reset(DEV_DEVICE_FACTORY::create(f->device, DEV_DEVICE_FACTORY::BASIC_INFO));
+        return f;
     }();
-    return *device;
+    return *f;
 }
 
-// Every pattern of the format, in the order its reader tries them, compiled as it does.
-std::vector<VTL_REGEXP> patterns(std::initializer_list<const char*> texts) {
-    std::vector<VTL_REGEXP> compiled;
-    for (const char* text : texts) compiled.emplace_back(DEV_REGEXP(text).engine_pattern());
-    return compiled;
-}
+// ---------------------------------------------------------------------------------------
+// Parse, load, write, bare inflate
 
-const char* const CONTINUATION = R"P(^\s*(\{\{?.+\}\}?)\s*$)P";
-
-std::vector<VTL_REGEXP> pad_patterns() {
-    return patterns({R"P(^\s*include\s+"(.+)"\s*$)P", R"P(^\s*io_standard\s+(\w+)\s*$)P", R"P(^\s*io_rule\s+(\w+)\s*$)P",
-                     R"P(^\s*pad\s+(\w+)\s*$)P", R"P(^\s*default_pad\s*$)P", R"P(\s*IO_STANDARDS\s*=\s*(.+?)\s*$)P",
-                     R"P(\s*CURRENT_SET\s*=\s*(.+?)\s*$)P", R"P(\s*REAL_GND_CURRENT\[(\w+)\]\s*=\s*(-?\d+)\s*$)P",
-                     R"P(\s*REAL_VCC_CURRENT\[(\w+)\]\s*=\s*(-?\d+)\s*$)P", R"P(\s*(STRING_\w+)\s*=\s*"([^"]*)"\s*$)P",
-                     R"P(\s*(INT_\w+)\s*=\s*(.+?)\s*$)P", R"P(\s*(BOOL_\w+)\s*=\s*(\w+)\s*$)P",
-                     R"P(^\s*(VEC_STRING_\w+)\s*=\s*(\{.+\})\s*$)P", R"P(^\s*(2D_INT_\w+)\s*=\s*(.+?)\s*$)P",
-                     R"P(^\s*end\s*$)P", CONTINUATION, R"P(^\s*#.*$)P", R"P(^\s*$)P"});
-}
-
-std::vector<VTL_REGEXP> pkg_patterns() {
-    return patterns({R"P(^\s*include\s+"(.+)"\s*$)P", R"P(^\s*pin\s+(\w+)\s*$)P", R"P(^\s*INT_NUM_PINS\s*=\s*(\w+)\s*$)P",
-                     R"P(^\s*PAD_IDS\s*=\s*(.+?)\s*$)P", R"P(^\s*(STRING_\w+)\s*=\s*"([^"]*)"\s*$)P",
-                     R"P(^\s*(INT_\w+)\s*=\s*(.+?)\s*$)P", R"P(^\s*(BOOL_\w+)\s*=\s*(\w+)$)P",
-                     R"P(^\s*(VEC_DOUBLE_\w+)\s*=\s*(.+?)\s*$)P", R"P(^\s*(VEC_INT_\w+)\s*=\s*(.+?)\s*$)P",
-                     R"P(^\s*(2D_INT_\w+)\s*=\s*(.+?)\s*$)P", R"P(^\s*end\s*$)P", CONTINUATION, R"P(^\s*#.*$)P",
-                     R"P(^\s*$)P"});
-}
-
-void bare_matching(benchmark::State& state, const std::string& text, std::vector<VTL_REGEXP> compiled) {
-    const std::vector<std::string> lines = lines_of(text);
-    for (auto _ : state) {
-        long matched = 0;
-        for (const std::string& line : lines)
-            for (VTL_REGEXP& re : compiled)
-                if (re.match(line.data(), 0, VTL_RANGE::npos, line.size()) >= 0) {
-                    ++matched;
-                    break;
-                }
-        if (matched != static_cast<long>(lines.size())) state.SkipWithError("a line matched no pattern");
-        benchmark::DoNotOptimize(matched);
-    }
-}
-
-// Reads the whole file and inflates its one zlib stream.
-void bare_inflate(benchmark::State& state, const std::string& path) {
-    for (auto _ : state) {
-        const std::string bytes = file_bytes(path);
-        z_stream z{};
-        inflateInit(&z);
-        z.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data()));
-        z.avail_in = static_cast<uInt>(bytes.size());
-        std::string out;
-        char buffer[1 << 16];
-        int status = Z_OK;
-        while (status == Z_OK) {
-            z.next_out = reinterpret_cast<Bytef*>(buffer);
-            z.avail_out = sizeof buffer;
-            status = inflate(&z, Z_SYNC_FLUSH);
-            out.append(buffer, sizeof buffer - z.avail_out);
-        }
-        inflateEnd(&z);
-        if (status != Z_STREAM_END) state.SkipWithError("not one zlib stream");
-        benchmark::DoNotOptimize(out);
-    }
-}
-
-void BM_PadTextParse(benchmark::State& state) {
+template <typename BODY>
+void parse(benchmark::State& state, const std::string& text, bool (BODY::*read)(const FIO_PATH&)) {
     MSG_CAPTURE quiet;
     for (auto _ : state) {
-        DEV_PAD_INFO_BODY body;
-        body.set_device(&device());
-        body.read_pad_file(FIO_PATH(TEXT_FOLDER + PAD_BASE + ".pad"));
-        benchmark::DoNotOptimize(body.get_number_of_pads());
-    }
-}
-void BM_PadBareMatch(benchmark::State& state) { bare_matching(state, TEXT_FOLDER + PAD_BASE + ".pad", pad_patterns()); }
-// Loads (destroying what was loaded is left out of the time).
-template <typename BODY, typename LOAD>
-void load(benchmark::State& state, LOAD load_file) {
-    MSG_CAPTURE quiet;
-    for (auto _ : state) {
-        std::unique_ptr<BODY> body(load_file());
-        if (!body) state.SkipWithError("the file does not load");
+        std::unique_ptr<BODY> body(new BODY);
+        body->set_device(files().opened.get());
+        if (!(body.get()->*read)(FIO_PATH(text))) return state.SkipWithError("the text did not read");
         state.PauseTiming();
         body.reset();
         state.ResumeTiming();
     }
 }
-void BM_PadDdbLoad(benchmark::State& state) {
-    load<DEV_PAD_INFO_BODY>(state, [] { return DEV_PAD_INFO_BODY::load_pad_from_pdb(DDB_FOLDER + PAD_BASE + "_pad.ddb"); });
-}
-void BM_PadDdbWrite(benchmark::State& state) {
-    MSG_CAPTURE quiet;
-    std::unique_ptr<DEV_PAD_INFO_BODY> body(DEV_PAD_INFO_BODY::load_pad_from_pdb(DDB_FOLDER + PAD_BASE + "_pad.ddb"));
-    for (auto _ : state) body->write_pad_to_pdb(FIO_PATH("/tmp/velcora_bench_pad_" + std::to_string(getpid()) + ".ddb"), 9);
-    std::remove(("/tmp/velcora_bench_pad_" + std::to_string(getpid()) + ".ddb").c_str());
-}
-void BM_PadBareInflate(benchmark::State& state) { bare_inflate(state, DDB_FOLDER + PAD_BASE + "_pad.ddb"); }
 
-void BM_PkgTextParse(benchmark::State& state) {
+// The bodies loaded are freed outside the timing.
+template <typename BODY>
+void load(benchmark::State& state, const std::string& ddb, BODY* (*load_file)(const FIO_PATH&)) {
     MSG_CAPTURE quiet;
     for (auto _ : state) {
-        DEV_PKG_INFO_BODY body;
-        body.read_pkg_file(FIO_PATH(TEXT_FOLDER + PKG_BASE + ".pkg"));
-        benchmark::DoNotOptimize(body.get_number_of_pins());
+        std::unique_ptr<BODY> body(load_file(FIO_PATH(ddb)));
+        if (!body) return state.SkipWithError("the .ddb did not load");
+        state.PauseTiming();
+        body.reset();
+        state.ResumeTiming();
     }
 }
-void BM_PkgBareMatch(benchmark::State& state) { bare_matching(state, TEXT_FOLDER + PKG_BASE + ".pkg", pkg_patterns()); }
-void BM_PkgDdbLoad(benchmark::State& state) {
-    load<DEV_PKG_INFO_BODY>(state, [] { return DEV_PKG_INFO_BODY::load_pkg_from_pdb(DDB_FOLDER + PKG_BASE + "_pkg.ddb"); });
-}
-void BM_PkgDdbWrite(benchmark::State& state) {
-    MSG_CAPTURE quiet;
-    std::unique_ptr<DEV_PKG_INFO_BODY> body(DEV_PKG_INFO_BODY::load_pkg_from_pdb(DDB_FOLDER + PKG_BASE + "_pkg.ddb"));
-    for (auto _ : state) body->write_pkg_to_pdb(FIO_PATH("/tmp/velcora_bench_pkg_" + std::to_string(getpid()) + ".ddb"), 9);
-    std::remove(("/tmp/velcora_bench_pkg_" + std::to_string(getpid()) + ".ddb").c_str());
-}
-void BM_PkgBareInflate(benchmark::State& state) { bare_inflate(state, DDB_FOLDER + PKG_BASE + "_pkg.ddb"); }
 
-// ---- look-ups: every key once per iteration ------------------------------------------------
+template <typename BODY>
+void write(benchmark::State& state, const std::string& ddb, BODY* (*load_file)(const FIO_PATH&),
+           bool (BODY::*write_file)(const FIO_PATH&, int)) {
+    MSG_CAPTURE quiet;
+    std::unique_ptr<BODY> body(load_file(FIO_PATH(ddb)));
+    const FIO_PATH target(bench::scratch() + "/written.ddb");
+    for (auto _ : state)
+        if (!(body.get()->*write_file)(target, 9)) return state.SkipWithError("the .ddb was not written");
+}
+
+void inflate(benchmark::State& state, const std::string& ddb) {
+    std::string out(256 << 20, '\0');
+    size_t inflated = 0;
+    for (auto _ : state)
+        if ((inflated = bench::inflate_file(ddb, out)) == 0) return state.SkipWithError("inflate failed");
+    state.counters["inflated"] = static_cast<double>(inflated);
+}
+
+void BM_PadTextParse(benchmark::State& s) { parse(s, files().pad.text, &DEV_PAD_INFO_BODY::read_pad_file); }
+void BM_PadDdbLoad(benchmark::State& s) { load(s, files().pad.ddb, &DEV_PAD_INFO_BODY::load_pad_from_pdb); }
+void BM_PadDdbWrite(benchmark::State& s) {
+    write(s, files().pad.ddb, &DEV_PAD_INFO_BODY::load_pad_from_pdb, &DEV_PAD_INFO_BODY::write_pad_to_pdb);
+}
+void BM_PadBareInflate(benchmark::State& s) { inflate(s, files().pad.ddb); }
+void BM_PkgTextParse(benchmark::State& s) { parse(s, files().pkg.text, &DEV_PKG_INFO_BODY::read_pkg_file); }
+void BM_PkgDdbLoad(benchmark::State& s) { load(s, files().pkg.ddb, &DEV_PKG_INFO_BODY::load_pkg_from_pdb); }
+void BM_PkgDdbWrite(benchmark::State& s) {
+    write(s, files().pkg.ddb, &DEV_PKG_INFO_BODY::load_pkg_from_pdb, &DEV_PKG_INFO_BODY::write_pkg_to_pdb);
+}
+void BM_PkgBareInflate(benchmark::State& s) { inflate(s, files().pkg.ddb); }
+
+// ---------------------------------------------------------------------------------------
+// Bare anchored matching: each line against the reader's patterns in its order until one
+// matches (a 2D table's rows first against the continuation pattern, as the readers do)
+
+const char* const CONTINUATION = "^\\s*(\\{\\{?.+\\}\\}?)\\s*$";
+
+const std::vector<const char*> PAD_PATTERNS = {
+    CONTINUATION, "^\\s*include\\s+\"(.+)\"\\s*$", "^\\s*io_standard\\s+(\\w+)\\s*$", "^\\s*io_rule\\s+(\\w+)\\s*$",
+    "^\\s*pad\\s+(\\w+)\\s*$", "^\\s*default_pad\\s*$", "\\s*IO_STANDARDS\\s*=\\s*(.+?)\\s*$",
+    "\\s*CURRENT_SET\\s*=\\s*(.+?)\\s*$", "\\s*REAL_GND_CURRENT\\[(\\w+)\\]\\s*=\\s*(-?\\d+)\\s*$",
+    "\\s*REAL_VCC_CURRENT\\[(\\w+)\\]\\s*=\\s*(-?\\d+)\\s*$", "\\s*(STRING_\\w+)\\s*=\\s*\"([^\"]*)\"\\s*$",
+    "\\s*(INT_\\w+)\\s*=\\s*(.+?)\\s*$", "\\s*(BOOL_\\w+)\\s*=\\s*(\\w+)\\s*$",
+    "^\\s*(VEC_STRING_\\w+)\\s*=\\s*(\\{.+\\})\\s*$", "^\\s*(2D_INT_\\w+)\\s*=\\s*(.+?)\\s*$", "^\\s*end\\s*$",
+    "^\\s*#.*$", "^\\s*$"};
+const size_t PAD_TABLE = 14;
+
+const std::vector<const char*> PKG_PATTERNS = {
+    CONTINUATION, "^\\s*include\\s+\"(.+)\"\\s*$", "^\\s*pin\\s+(\\w+)\\s*$", "^\\s*INT_NUM_PINS\\s*=\\s*(\\w+)\\s*$",
+    "^\\s*PAD_IDS\\s*=\\s*(.+?)\\s*$", "^\\s*(STRING_\\w+)\\s*=\\s*\"([^\"]*)\"\\s*$",
+    "^\\s*(INT_\\w+)\\s*=\\s*(.+?)\\s*$", "^\\s*(BOOL_\\w+)\\s*=\\s*(\\w+)$", "^\\s*(VEC_DOUBLE_\\w+)\\s*=\\s*(.+?)\\s*$",
+    "^\\s*(VEC_INT_\\w+)\\s*=\\s*(.+?)\\s*$", "^\\s*(2D_INT_\\w+)\\s*=\\s*(.+?)\\s*$", "^\\s*end\\s*$", "^\\s*#.*$",
+    "^\\s*$"};
+const size_t PKG_TABLE = 10;
+
+void bare_match(benchmark::State& state, const std::string& text, const std::vector<const char*>& texts,
+                size_t table) {
+    const std::vector<std::string> lines = bench::lines_of(bench::read_file(text));
+    bench::BARE_PATTERNS patterns(texts);
+    size_t matched = 0;
+    for (auto _ : state) {
+        matched = 0;
+        bool in_table = false;
+        for (const std::string& line : lines) {
+            for (size_t p = in_table ? 0 : 1; p < texts.size(); ++p)
+                if (patterns.match(p, line)) {
+                    in_table = p == 0 || (p == table && patterns.value_opens_table(line));
+                    ++matched;
+                    break;
+                }
+        }
+        benchmark::DoNotOptimize(matched);
+    }
+    if (matched != lines.size()) state.SkipWithError("a line matched no pattern");
+}
+
+void BM_PadBareMatch(benchmark::State& s) { bare_match(s, files().pad.text, PAD_PATTERNS, PAD_TABLE); }
+void BM_PkgBareMatch(benchmark::State& s) { bare_match(s, files().pkg.text, PKG_PATTERNS, PKG_TABLE); }
+
+// ---------------------------------------------------------------------------------------
+// Look-ups, every key once per iteration
 
 struct LOOKUPS {
     std::unique_ptr<DEV_PAD_INFO_BODY> pads;
@@ -197,8 +206,8 @@ const LOOKUPS& lookups() {
     static const LOOKUPS* const l = [] {
         MSG_CAPTURE quiet;
         auto* l = new LOOKUPS;
-        l->pads.reset(DEV_PAD_INFO_BODY::load_pad_from_pdb(DDB_FOLDER + PAD_BASE + "_pad.ddb"));
-        l->pkg.reset(DEV_PKG_INFO_BODY::load_pkg_from_pdb(DDB_FOLDER + PKG_BASE + "_pkg.ddb"));
+        l->pads.reset(DEV_PAD_INFO_BODY::load_pad_from_pdb(FIO_PATH(files().pad.ddb)));
+        l->pkg.reset(DEV_PKG_INFO_BODY::load_pkg_from_pdb(FIO_PATH(files().pkg.ddb)));
         for (const DEV_PAD* pad : l->pads->get_pads()) {
             const std::string& name = pad->get_string_data(DEV_PAD_STRING_PAD_NAME);
             l->pad_names.push_back(name);
@@ -245,76 +254,62 @@ void BM_PinByNameMap(benchmark::State& s) {
     look_up(s, lookups().pin_names, [](const std::string& n) { return lookups().pin_by_name.find(n)->second; });
 }
 
-BENCHMARK(BM_PadTextParse)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_PadBareMatch)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_PadDdbLoad)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_PadDdbWrite)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_PadBareInflate)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_PkgTextParse)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_PkgBareMatch)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_PkgDdbLoad)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_PkgDdbWrite)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_PkgBareInflate)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_PadByName);
-BENCHMARK(BM_PadByNameMap);
-BENCHMARK(BM_PadByGid);
-BENCHMARK(BM_PadByGidMap);
-BENCHMARK(BM_PinByName);
-BENCHMARK(BM_PinByNameMap);
-
-// Remembers the CPU time of each benchmark (the median with repetitions).
-class CPU_TIMES : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override {
-        for (const Run& run : runs) {
-            const std::string& name = run.run_name.function_name;
-            const bool median = run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
-            if (median || (run.run_type == Run::RT_Iteration && !m_from_median[name])) m_cpu[name] = run.GetAdjustedCPUTime();
-            if (median) m_from_median[name] = true;
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
-    void ratio(const char* what, const char* name, const char* base, const char* goal) const {
-        auto a = m_cpu.find(name), b = m_cpu.find(base);
-        if (a != m_cpu.end() && b != m_cpu.end() && b->second > 0)
-            std::printf("  %-40s %6.2fx  (goal %s)\n", what, a->second / b->second, goal);
-    }
-
-private:
-    std::map<std::string, double> m_cpu;
-    std::map<std::string, bool> m_from_median;
-};
+// The heap that loading one body holds.
+template <typename BODY>
+size_t held_by(BODY* (*load_file)(const FIO_PATH&), const std::string& ddb, std::unique_ptr<BODY>* body) {
+    MSG_CAPTURE quiet;
+    const size_t before = mallinfo2().uordblks;
+    body->reset(load_file(FIO_PATH(ddb)));
+    return mallinfo2().uordblks - before;
+}
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    gen_set_velcora_path(VELCORA_BUNDLED_ROOT);
+    bench::add("BM_PadBareMatch", BM_PadBareMatch);
+    bench::add("BM_PadTextParse", BM_PadTextParse);
+    bench::add("BM_PadBareInflate", BM_PadBareInflate);
+    bench::add("BM_PadDdbLoad", BM_PadDdbLoad);
+    bench::add("BM_PadDdbWrite", BM_PadDdbWrite);
+    bench::add("BM_PkgBareMatch", BM_PkgBareMatch);
+    bench::add("BM_PkgTextParse", BM_PkgTextParse);
+    bench::add("BM_PkgBareInflate", BM_PkgBareInflate);
+    bench::add("BM_PkgDdbLoad", BM_PkgDdbLoad);
+    bench::add("BM_PkgDdbWrite", BM_PkgDdbWrite);
+    const std::pair<const char*, void (*)(benchmark::State&)> lookups[] = {
+        {"BM_PadByName", BM_PadByName}, {"BM_PadByNameMap", BM_PadByNameMap}, {"BM_PadByGid", BM_PadByGid},
+        {"BM_PadByGidMap", BM_PadByGidMap}, {"BM_PinByName", BM_PinByName}, {"BM_PinByNameMap", BM_PinByNameMap}};
+    for (const auto& l : lookups) bench::add(l.first, l.second, benchmark::kNanosecond);
     benchmark::Initialize(&argc, argv);
-    CPU_TIMES times;
+    const FILES& f = files();
+    std::printf("largest PAD text: %s (%ju bytes; its .ddb %ju bytes)\n", f.pad.text.c_str(),
+                static_cast<uintmax_t>(fs::file_size(f.pad.text)), static_cast<uintmax_t>(fs::file_size(f.pad.ddb)));
+    std::printf("largest PKG text: %s (%ju bytes; its .ddb %ju bytes)\n", f.pkg.text.c_str(),
+                static_cast<uintmax_t>(fs::file_size(f.pkg.text)), static_cast<uintmax_t>(fs::file_size(f.pkg.ddb)));
+    bench::TIMES times;
     benchmark::RunSpecifiedBenchmarks(&times);
-    std::printf("\nCPU time, ratio to the baseline of the same run:\n");
-    times.ratio("PAD text parse / bare matching", "BM_PadTextParse", "BM_PadBareMatch", "<= 2x");
-    times.ratio("PAD .ddb load / bare inflate", "BM_PadDdbLoad", "BM_PadBareInflate", "<= 2.5x");
-    times.ratio("PAD text parse / .ddb load", "BM_PadTextParse", "BM_PadDdbLoad", ">= 10x");
-    times.ratio("PAD .ddb write / bare inflate", "BM_PadDdbWrite", "BM_PadBareInflate", "none");
-    times.ratio("PKG text parse / bare matching", "BM_PkgTextParse", "BM_PkgBareMatch", "<= 2x");
-    times.ratio("PKG .ddb load / bare inflate", "BM_PkgDdbLoad", "BM_PkgBareInflate", "<= 2.5x");
-    times.ratio("PKG text parse / .ddb load", "BM_PkgTextParse", "BM_PkgDdbLoad", ">= 10x");
-    times.ratio("PKG .ddb write / bare inflate", "BM_PkgDdbWrite", "BM_PkgBareInflate", "none");
-    times.ratio("pad by name / std::unordered_map", "BM_PadByName", "BM_PadByNameMap", "<= 2x");
-    times.ratio("pad by global id / std::unordered_map", "BM_PadByGid", "BM_PadByGidMap", "<= 2x");
-    times.ratio("pin by name / std::unordered_map", "BM_PinByName", "BM_PinByNameMap", "<= 2x");
-    MSG_CAPTURE quiet;
-    size_t before = mallinfo2().uordblks;
-    std::unique_ptr<DEV_PAD_INFO_BODY> pads(DEV_PAD_INFO_BODY::load_pad_from_pdb(DDB_FOLDER + PAD_BASE + "_pad.ddb"));
-    const size_t pad_bytes = mallinfo2().uordblks - before;
-    before = mallinfo2().uordblks;
-    std::unique_ptr<DEV_PKG_INFO_BODY> pkg(DEV_PKG_INFO_BODY::load_pkg_from_pdb(DDB_FOLDER + PKG_BASE + "_pkg.ddb"));
-    const size_t pkg_bytes = mallinfo2().uordblks - before;
-    std::printf("\nheap held by the loaded bodies: %zu bytes for %u pads (%.0f per pad, descriptors and rules "
-                "included); %zu bytes for %u pins (%.0f per pin)\n",
-                pad_bytes, pads->get_number_of_pads(), static_cast<double>(pad_bytes) / pads->get_number_of_pads(),
-                pkg_bytes, pkg->get_number_of_pins(), static_cast<double>(pkg_bytes) / pkg->get_number_of_pins());
+    std::printf("\nratios of this run:\n");
+    times.print_ratio("PAD text parse / bare anchored matching", "BM_PadTextParse", "BM_PadBareMatch", 2);
+    times.print_ratio("PAD text parse / .ddb load", "BM_PadTextParse", "BM_PadDdbLoad", -10);
+    times.print_ratio("PAD .ddb load / bare inflate", "BM_PadDdbLoad", "BM_PadBareInflate", 2.5);
+    times.print_ratio("PAD .ddb write, level 9 / .ddb load", "BM_PadDdbWrite", "BM_PadDdbLoad");
+    times.print_ratio("PKG text parse / bare anchored matching", "BM_PkgTextParse", "BM_PkgBareMatch", 2);
+    times.print_ratio("PKG text parse / .ddb load", "BM_PkgTextParse", "BM_PkgDdbLoad", -10);
+    times.print_ratio("PKG .ddb load / bare inflate", "BM_PkgDdbLoad", "BM_PkgBareInflate", 2.5);
+    times.print_ratio("PKG .ddb write, level 9 / .ddb load", "BM_PkgDdbWrite", "BM_PkgDdbLoad");
+    times.print_ratio("pad by name / std::unordered_map", "BM_PadByName", "BM_PadByNameMap", 2);
+    times.print_ratio("pad by global id / std::unordered_map", "BM_PadByGid", "BM_PadByGidMap", 2);
+    times.print_ratio("pin by name / std::unordered_map", "BM_PinByName", "BM_PinByNameMap", 2);
+    std::unique_ptr<DEV_PAD_INFO_BODY> pads;
+    std::unique_ptr<DEV_PKG_INFO_BODY> pkg;
+    const size_t pad_bytes = held_by(&DEV_PAD_INFO_BODY::load_pad_from_pdb, f.pad.ddb, &pads);
+    const size_t pkg_bytes = held_by(&DEV_PKG_INFO_BODY::load_pkg_from_pdb, f.pkg.ddb, &pkg);
+    if (pads && pkg)
+        std::printf("\nheap held by one loaded body: %zu bytes for %u pads of %s (%.0f per pad, descriptors and "
+                    "rules included); %zu bytes for %u pins of %s (%.0f per pin)\n",
+                    pad_bytes, pads->get_number_of_pads(), dstr_get_debug_string(f.device),
+                    static_cast<double>(pad_bytes) / pads->get_number_of_pads(), pkg_bytes, pkg->get_number_of_pins(),
+                    dstr_get_debug_string(f.part), static_cast<double>(pkg_bytes) / pkg->get_number_of_pins());
     benchmark::Shutdown();
     return 0;
 }

@@ -23,7 +23,9 @@ TEST(EnumValues, SparseFamilyTraitsAreValidExactlyWhereNamed) {
 TEST(EnumValues, OperatingPointsReadBothWays) {
     for (int v = DEV_VOLTAGE_INVALID + 1; v < DEV_VOLTAGE_GENERIC; ++v) {
         const int mv = dstr_get_voltage_millivolts(v);
-        if (mv != DEV_NO_MILLIVOLTS) EXPECT_EQ(dstr_get_voltage_by_millivolts(mv), v);
+        if (mv != DEV_NO_MILLIVOLTS) {
+            EXPECT_EQ(dstr_get_voltage_by_millivolts(mv), v);
+        }
     }
     EXPECT_EQ(dstr_get_voltage_millivolts(DEV_VOLTAGE_1_2V), 1200);
     for (int v : {-1, 0, 28, 29}) EXPECT_EQ(dstr_get_voltage_millivolts(v), -1) << v;
@@ -34,8 +36,9 @@ TEST(EnumValues, OperatingPointsReadBothWays) {
         DEV_VOLTAGE_ENUM voltage = DEV_VOLTAGE_GENERIC;
         int temperature = 0;
         ASSERT_TRUE(dstr_get_timing_model_operating_point(m, &voltage, &temperature)) << m;
-        if (voltage != DEV_VOLTAGE_INVALID)
+        if (voltage != DEV_VOLTAGE_INVALID) {
             EXPECT_EQ(dstr_get_timing_model_by_operating_point(voltage, temperature), m) << m;
+        }
     }
     DEV_VOLTAGE_ENUM voltage = DEV_VOLTAGE_GENERIC;
     int temperature = 7;
