@@ -67,12 +67,9 @@ bool DEV_HDR_PARSER::read(const FIO_PATH& path) {
 bool DEV_HDR_PARSER::read_file(const FIO_PATH& path) {
     DEV_TEXT_FILE file(m_text, path, OPEN_REPORTS);
     if (!file.is_open()) return false;
-    DEV_TEXT_FILE* const outer = m_file;
-    m_file = &file;
     BLOCKS blocks;
     std::string line;
     while (file.next_line(line)) read_line(blocks, line);
-    m_file = outer;
     if (DUMP_HDR_READ_SWITCH.is_on()) {
         FIO_PATH verify = path;
         verify.set_base_name(path.base_name() + "verify");
@@ -156,8 +153,8 @@ DEV_ATTRIBUTE_STATUS DEV_HDR_PARSER::read_attribute(const std::string& line, REC
     if (!m_syntax.match(ASTR_KEY_TRAITS<KEY>::kind, line)) return DEV_ATTRIBUTE_NO_MATCH;
     if (ASTR_KEY_TRAITS<KEY>::kind == ASTR_KIND_2D_INT) {
         std::string pending;
-        if (m_syntax.gather_2d_value([this](std::string& next) { return m_file->next_line(next); }, &pending))
-            m_file->put_back(std::move(pending));
+        if (m_syntax.gather_2d_value([this](std::string& next) { return m_text.current()->next_line(next); }, &pending))
+            m_text.current()->put_back(std::move(pending));
     }
     std::string message;
     KEY parsed;

@@ -54,7 +54,6 @@ private:
     DEV_BASIC_INFO_BODY* m_basic_info;
     DEV_TEXT_READER m_text;
     DEV_ATTRIBUTE_SYNTAX m_syntax;
-    DEV_TEXT_FILE* m_file = nullptr;  // the file being read
     DEV_REGEXP m_include, m_location, m_port, m_element, m_end, m_locations, m_ports, m_comment, m_blank;
 };
 

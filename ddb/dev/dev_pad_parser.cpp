@@ -95,12 +95,9 @@ bool DEV_PAD_PARSER::read_file(const FIO_PATH& path) {
     m_new_names = has_new_ddb_support(*m_pad_info);
     DEV_TEXT_FILE file(m_text, path, OPEN_REPORTS);
     if (!file.is_open()) return false;
-    DEV_TEXT_FILE* const outer = m_file;
-    m_file = &file;
     BLOCKS blocks;
     std::string line;
     while (file.next_line(line)) read_line(blocks, line);
-    m_file = outer;
     return true;
 }
 
@@ -197,7 +194,7 @@ void DEV_PAD_PARSER::select_pad(BLOCKS& blocks, const std::string& label) {
 
 template <typename KEY, typename RECORD>
 DEV_ATTRIBUTE_STATUS DEV_PAD_PARSER::read_attribute(const std::string& line, RECORD& record, KEY* key) {
-    if (!dev_attribute_match_line<KEY>(m_syntax, *m_file, line)) return DEV_ATTRIBUTE_NO_MATCH;
+    if (!dev_attribute_match_line<KEY>(m_syntax, *m_text.current(), line)) return DEV_ATTRIBUTE_NO_MATCH;
     std::string message;
     const DEV_ATTRIBUTE_STATUS status = dev_attribute_apply<KEY>(m_syntax, record, &message, key);
     if (status == DEV_ATTRIBUTE_ERROR) m_text.error(message);
@@ -349,7 +346,7 @@ void DEV_PAD_PARSER::read_io_standard_line(BLOCKS& blocks, const DEV_WORD& word,
             desc.set_real_vcc_current(current, value);
         return;
     }
-    if (dev_attribute_match_line<DEV_IO_STANDARD_DESC_STRING_DATA_ENUM>(m_syntax, *m_file, line)) {
+    if (dev_attribute_match_line<DEV_IO_STANDARD_DESC_STRING_DATA_ENUM>(m_syntax, *m_text.current(), line)) {
         // The descriptor's name is the one of its io_standard line.
         DEV_IO_STANDARD_DESC_STRING_DATA_ENUM key;
         std::string value, message;

@@ -57,7 +57,6 @@ private:
     DEV_PAD_INFO_BODY* m_pad_info;
     DEV_TEXT_READER m_text;
     DEV_ATTRIBUTE_SYNTAX m_syntax;
-    DEV_TEXT_FILE* m_file = nullptr;  // the file being read
     bool m_new_names = false;          // the family has the new-format database support
     int m_max_pads;
     DEV_REGEXP m_include, m_io_standard, m_io_rule, m_pad, m_default_pad, m_end, m_num_pads, m_io_standards,

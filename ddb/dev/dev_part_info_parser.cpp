@@ -49,12 +49,9 @@ bool DEV_PART_INFO_PARSER::read(const FIO_PATH& path) {
 bool DEV_PART_INFO_PARSER::read_file(const FIO_PATH& path) {
     DEV_TEXT_FILE file(m_text, path, OPEN_REPORTS);
     if (!file.is_open()) return false;
-    DEV_TEXT_FILE* const outer = m_file;
-    m_file = &file;
     BLOCK block;
     std::string line;
     while (file.next_line(line)) read_line(block, line);
-    m_file = outer;
     if (DUMP_AFTER_READ_SWITCH.is_on()) {
         FIO_PATH verify = path;
         verify.set_base_name(path.base_name() + "_verify");
@@ -106,14 +103,14 @@ void DEV_PART_INFO_PARSER::read_supply_line(BLOCK& block, const DEV_WORD& word, 
     } else if (!block.supply) {
         // The block's name was no supply: its lines have nowhere to go.
         m_text.error("power_supply_desc != NULL");
-    } else if (dev_text_read_attribute(m_syntax, m_text, *m_file, line, *block.supply->get_body()) ==
+    } else if (dev_text_read_attribute(m_syntax, m_text, *m_text.current(), line, *block.supply->get_body()) ==
                DEV_ATTRIBUTE_NO_MATCH) {
         m_text.error(m_text.syntax_error_message(line));
     }
 }
 
 void DEV_PART_INFO_PARSER::read_top_line(const std::string& line) {
-    if (dev_text_read_attribute(m_syntax, m_text, *m_file, line, *m_part_info) == DEV_ATTRIBUTE_NO_MATCH &&
+    if (dev_text_read_attribute(m_syntax, m_text, *m_text.current(), line, *m_part_info) == DEV_ATTRIBUTE_NO_MATCH &&
         !m_skipped.matches(line))
         m_text.error(m_text.syntax_error_message(line));
 }

@@ -43,7 +43,6 @@ private:
     DEV_TEXT_READER m_text;
     DEV_ATTRIBUTE_SYNTAX m_syntax;
     DEV_SKIPPED_LINES m_skipped;
-    DEV_TEXT_FILE* m_file = nullptr;  // the file being read
     DEV_REGEXP m_include, m_power_supply, m_end;
 };
 

@@ -67,12 +67,9 @@ bool DEV_PKG_PARSER::read(const FIO_PATH& path) {
 bool DEV_PKG_PARSER::read_file(const FIO_PATH& path) {
     DEV_TEXT_FILE file(m_text, path, OPEN_REPORTS);
     if (!file.is_open()) return false;
-    DEV_TEXT_FILE* const outer = m_file;
-    m_file = &file;
     BLOCK block;
     std::string line;
     while (file.next_line(line)) read_line(block, line);
-    m_file = outer;
     return true;
 }
 
@@ -121,7 +118,7 @@ void DEV_PKG_PARSER::open_pin(BLOCK& block, const std::string& label) {
 
 template <typename KEY>
 DEV_ATTRIBUTE_STATUS DEV_PKG_PARSER::read_attribute(const std::string& line) {
-    if (!dev_attribute_match_line<KEY>(m_syntax, *m_file, line)) return DEV_ATTRIBUTE_NO_MATCH;
+    if (!dev_attribute_match_line<KEY>(m_syntax, *m_text.current(), line)) return DEV_ATTRIBUTE_NO_MATCH;
     std::string message;
     const DEV_ATTRIBUTE_STATUS status = dev_attribute_apply<KEY>(m_syntax, *m_pkg_info, &message);
     if (status == DEV_ATTRIBUTE_ERROR) m_text.error(message);
@@ -130,7 +127,7 @@ DEV_ATTRIBUTE_STATUS DEV_PKG_PARSER::read_attribute(const std::string& line) {
 
 template <typename KEY>
 DEV_ATTRIBUTE_STATUS DEV_PKG_PARSER::read_pin_attribute(uint32_t pin_id, const std::string& line) {
-    if (!dev_attribute_match_line<KEY>(m_syntax, *m_file, line)) return DEV_ATTRIBUTE_NO_MATCH;
+    if (!dev_attribute_match_line<KEY>(m_syntax, *m_text.current(), line)) return DEV_ATTRIBUTE_NO_MATCH;
     KEY key;
     DEV_ATTRIBUTE_VALUE<KEY> value{};
     std::string message;
@@ -204,7 +201,7 @@ void DEV_PKG_PARSER::read_pin_line(BLOCK& block, const DEV_WORD& word, const std
         }
         return;
     }
-    if (dev_attribute_match_line<DEV_PIN_STRING_DATA_ENUM>(m_syntax, *m_file, line)) {
+    if (dev_attribute_match_line<DEV_PIN_STRING_DATA_ENUM>(m_syntax, *m_text.current(), line)) {
         DEV_PIN_STRING_DATA_ENUM key;
         std::string value, message;
         if (!dev_attribute_parse(m_syntax, &key, &value, &message)) {

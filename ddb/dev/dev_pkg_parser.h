@@ -45,7 +45,6 @@ private:
     DEV_PKG_INFO_BODY* m_pkg_info;
     DEV_TEXT_READER m_text;
     DEV_ATTRIBUTE_SYNTAX m_syntax;
-    DEV_TEXT_FILE* m_file = nullptr;  // the file being read
     int m_max_pins;
     DEV_REGEXP m_include, m_pin, m_end, m_num_pins, m_pad_ids, m_comment, m_blank;
 };

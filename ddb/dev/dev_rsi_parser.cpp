@@ -62,12 +62,9 @@ bool DEV_RSI_PARSER::read(const FIO_PATH& path) {
 bool DEV_RSI_PARSER::read_file(const FIO_PATH& path) {
     DEV_TEXT_FILE file(m_text, path, OPEN_REPORTS);
     if (!file.is_open()) return false;
-    DEV_TEXT_FILE* const outer = m_file;
-    m_file = &file;
     BLOCK block;
     std::string line;
     while (file.next_line(line)) read_line(block, line);
-    m_file = outer;
     if (DUMP_RSI_READ_SWITCH.is_on()) {
         FIO_PATH verify = path;
         verify.set_base_name(path.base_name() + "verify");
@@ -88,12 +85,12 @@ void DEV_RSI_PARSER::read_line(BLOCK& block, const std::string& line) {
     if (open_block(block, word, line)) return;
     switch (block.kind) {
     case BLOCK::GLOBAL:
-        if (dev_text_read_attribute(m_syntax, m_text, *m_file, line, *block.global_info->get_body()) !=
+        if (dev_text_read_attribute(m_syntax, m_text, *m_text.current(), line, *block.global_info->get_body()) !=
             DEV_ATTRIBUTE_NO_MATCH)
             return;
         break;
     case BLOCK::PASS_TREE:
-        if (dev_text_read_attribute(m_syntax, m_text, *m_file, line, *block.pass_tree->get_body()) !=
+        if (dev_text_read_attribute(m_syntax, m_text, *m_text.current(), line, *block.pass_tree->get_body()) !=
             DEV_ATTRIBUTE_NO_MATCH)
             return;
         break;
@@ -153,7 +150,7 @@ void DEV_RSI_PARSER::read_switch_line(const BLOCK& block, const DEV_WORD& word, 
         read_pass_trees(body);
     } else if (m_syntax.match(ASTR_KIND_STRING, line)) {
         read_string(body);
-    } else if (dev_text_read_attribute(m_syntax, m_text, *m_file, line, body) == DEV_ATTRIBUTE_NO_MATCH &&
+    } else if (dev_text_read_attribute(m_syntax, m_text, *m_text.current(), line, body) == DEV_ATTRIBUTE_NO_MATCH &&
                !m_skipped.matches(line)) {
         m_text.error(m_text.syntax_error_message(line));
     }

@@ -49,7 +49,6 @@ private:
     DEV_TEXT_READER m_text;
     DEV_ATTRIBUTE_SYNTAX m_syntax;
     DEV_SKIPPED_LINES m_skipped;
-    DEV_TEXT_FILE* m_file = nullptr;  // the file being read
     DEV_REGEXP m_include, m_global_info, m_routing_switch, m_pass_tree, m_end, m_pass_trees;
 };
 
