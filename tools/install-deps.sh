@@ -6,7 +6,7 @@ set -euo pipefail
 
 # clang and its runtime libraries (libFuzzer, the sanitizers) build the fuzz harnesses.
 packages=(g++ cmake ninja-build pkg-config make zlib1g-dev libpcre2-dev tcl-dev tcl
-          libgtest-dev libgmock-dev libbenchmark-dev python3 clang libclang-rt-14-dev)
+          libgtest-dev libbenchmark-dev python3 clang libclang-rt-14-dev)
 
 missing=()
 for p in "${packages[@]}"; do
