@@ -229,9 +229,12 @@ void DEV_PAD_PARSER::read_top_line(const DEV_WORD& word, const std::string& line
 }
 
 void DEV_PAD_PARSER::allocate_pads(int count) {
-    if (count > m_max_pads) {
+    // Each INT_NUM_PADS line adds its pads, so the bound holds for the pad info's total.
+    const int held = static_cast<int>(m_pad_info->get_number_of_pads());
+    if (count > m_max_pads - held) {
         m_text.error(std::string(astr_get_debug_string(DEV_PAD_INFO_INT_NUM_PADS)) + " = " + std::to_string(count) +
-                     " refused: a PAD file allocates at most " + std::to_string(m_max_pads) + " pads");
+                     " refused: a PAD file allocates at most " + std::to_string(m_max_pads) + " pads" +
+                     (held ? " (" + std::to_string(held) + " already)" : std::string()));
         return;
     }
     DEV_DEBUG("Allocating %d PADS", count);

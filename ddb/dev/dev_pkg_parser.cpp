@@ -151,9 +151,11 @@ void DEV_PKG_PARSER::allocate_pins(const std::string& text) {
         m_text.error("Invalid int value: " + text);
         return;
     }
-    if (count > m_max_pins) {
+    // Each INT_NUM_PINS line adds its pins, so the bound holds for the package's total.
+    const int held = static_cast<int>(m_pkg_info->get_number_of_pins());
+    if (count > m_max_pins - held) {
         m_text.error("INT_NUM_PINS = " + text + " refused: a PKG file allocates at most " + std::to_string(m_max_pins) +
-                     " pins");
+                     " pins" + (held ? " (" + std::to_string(held) + " already)" : std::string()));
         return;
     }
     DEV_DEBUG("Allocating %d PINS", count);

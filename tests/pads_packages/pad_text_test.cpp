@@ -2,6 +2,7 @@
 // continuation, and the dump's asymmetries read back to a fixed point.
 #include <gtest/gtest.h>
 
+#include "host/cfg.h"
 #include "pads_fixture.h"
 
 namespace {
@@ -169,6 +170,12 @@ TEST_F(PadTextTest, PadCountBeyondWhatAFileDescribesIsRefused) {
     read("INT_NUM_PADS = 2000000000\n");
     EXPECT_EQ(m_pads->get_number_of_pads(), 0u);
     EXPECT_TRUE(has_error("INT_NUM_PADS = 2000000000 refused: a PAD file allocates at most 1000000 pads"));
+    // Each count adds pads: the bound is on the total, which the dump writes as one count.
+    cfg_set_value("dev_max_pad_count", "5");
+    read("INT_NUM_PADS = 3\nINT_NUM_PADS = 3\n");
+    cfg_unset_value("dev_max_pad_count");
+    EXPECT_EQ(m_pads->get_number_of_pads(), 3u);
+    EXPECT_TRUE(has_error("INT_NUM_PADS = 3 refused: a PAD file allocates at most 5 pads (3 already)"));
 }
 
 TEST_F(PadTextTest, StandardsWithoutDefaultAndTwoDimensionalRows) {
