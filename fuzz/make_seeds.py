@@ -361,6 +361,8 @@ def pkg_seeds(build):
         "top_level_keys": top,
         "pins": top + text_blocks(lines, "pin ", 6),
         "hand_written": PKG_HAND_WRITTEN,
+        # Counts add pins: past the harness's bound of 1000 together, each within it.
+        "pin_counts_that_add_up": "INT_NUM_PINS = 600\nINT_NUM_PINS = 600\npin 700\n\tBOOL_IS_BONDED = true\nend\n",
     }
     write_corpus("pkg_text", {label: t.encode() for label, t in texts.items()})
     keys = sorted(set(re.findall(r"^\t*((?:BOOL|INT|STRING|2D_INT|VEC_INT|VEC_DOUBLE)_[A-Z0-9_]+) = ",
