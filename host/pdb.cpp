@@ -4,6 +4,7 @@
 
 #include <zlib.h>
 
+#include <cmath>
 #include <cstring>
 
 #include "host/msg.h"
@@ -199,7 +200,11 @@ void PDB_SEGMENT::xfr(double& v) {
     uint64_t u;
     std::memcpy(&u, &v, sizeof u);
     xfr(u);
-    if (!m_writing) std::memcpy(&v, &u, sizeof v);
+    if (m_writing) return;
+    std::memcpy(&v, &u, sizeof v);
+    // No reader of text makes a NaN, so none is written: one read is corruption (and would
+    // make a model unequal to itself).
+    if (std::isnan(v)) fail("corrupted: a number holds no value (NaN)");
 }
 
 void PDB_SEGMENT::xfr(std::string& v) {

@@ -2,6 +2,7 @@
 // corrupted data without crashes or unbounded allocation.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -195,6 +196,16 @@ TEST_F(PdbSegment, LyingCountsAndLengthsFailWithoutAllocating) {
     EXPECT_TRUE(in.failed());
     EXPECT_TRUE(v.empty());
     EXPECT_EQ(in.error(), "corrupted: collection of 1073741822 elements exceeds the data");
+
+    // A NaN, which no text reader makes, is refused rather than stored.
+    PDB_DDB_SEGMENT nan_out(true);
+    double nan = std::nan("");
+    nan_out.xfr(nan);
+    PDB_DDB_SEGMENT nan_in(false);
+    ASSERT_TRUE(nan_in.load_bytes(nan_out.bytes()));
+    double read_back = 0;
+    nan_in.xfr(read_back);
+    EXPECT_EQ(nan_in.error(), "corrupted: a number holds no value (NaN)");
 
     // A header claiming a huge payload that is not there.
     std::string bytes = write_sample();
