@@ -75,13 +75,7 @@ bool DEV_RSI_PARSER::read_file(const FIO_PATH& path) {
 
 void DEV_RSI_PARSER::read_line(BLOCK& block, const std::string& line) {
     const DEV_WORD word = dev_first_word(line);
-    if (word == "include" && m_include.match(line)) {
-        std::string name;
-        m_include.group(1, name);
-        FIO_PATH included;
-        if (m_text.resolve_include(name, &included)) read_file(included);
-        return;
-    }
+    if (m_text.include_line(word, m_include, line, [this](const FIO_PATH& path) { read_file(path); })) return;
     if (open_block(block, word, line)) return;
     switch (block.kind) {
     case BLOCK::GLOBAL:

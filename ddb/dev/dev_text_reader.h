@@ -48,6 +48,20 @@ struct DEV_TEXT_OPEN_REPORTS {
     const char* not_good;
 };
 
+// The first word of a line: the run of word characters after leading blanks (empty when
+// the first non-blank character is not a word character). A pattern that starts with
+// blanks and a literal keyword or key can only match a line whose first word is that
+// keyword or key (or begins with it), so readers may test only the patterns of a line's
+// first word where the outcome is the same as trying them all in their order.
+struct DEV_WORD {
+    const char* begin;
+    size_t length;
+    bool operator==(const char* word) const;
+    bool starts_with(const char* prefix) const;
+    std::string text() const { return std::string(begin, length); }
+};
+DEV_WORD dev_first_word(const std::string& line);
+
 class DEV_TEXT_FILE;
 
 class DEV_TEXT_READER {
@@ -66,6 +80,19 @@ public:
     // after the located error naming the chain of files, when the include would close a
     // cycle or nest too deep.
     bool resolve_include(const std::string& written, FIO_PATH* path);
+
+    // An include line of the format: `word` is "include" and `pattern`, whose group 1 is the
+    // path as written, matches `line`. Then `read` is called with the path resolved, unless
+    // the include is refused (reported). True for an include line, refused or not.
+    template <typename READ>
+    bool include_line(const DEV_WORD& word, DEV_REGEXP& pattern, const std::string& line, READ&& read) {
+        if (!(word == "include") || !pattern.match(line)) return false;
+        std::string written;
+        pattern.group(1, written);
+        FIO_PATH included;
+        if (resolve_include(written, &included)) read(included);
+        return true;
+    }
 
     // Located reports at the current file and line. The reporting source is the caller's.
     // Each also becomes a DEV_TEXT_DIAGNOSTIC of the innermost DEV_TEXT_DIAGNOSTICS.
@@ -133,19 +160,6 @@ private:
     bool m_has_pending = false;
 };
 
-// The first word of a line: the run of word characters after leading blanks (empty when
-// the first non-blank character is not a word character). A pattern that starts with
-// blanks and a literal keyword or key can only match a line whose first word is that
-// keyword or key (or begins with it), so readers may test only the patterns of a line's
-// first word where the outcome is the same as trying them all in their order.
-struct DEV_WORD {
-    const char* begin;
-    size_t length;
-    bool operator==(const char* word) const;
-    bool starts_with(const char* prefix) const;
-    std::string text() const { return std::string(begin, length); }
-};
-DEV_WORD dev_first_word(const std::string& line);
 
 // The lines every format skips: blank ("^\s*$") and comment ("^\s*#.*$") lines. Only a line
 // that is all blank, or whose first non-blank character is "#", is given to the patterns.
