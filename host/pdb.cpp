@@ -14,6 +14,7 @@ namespace {
 const char MAGIC[4] = {'V', 'D', 'D', 'B'};
 constexpr size_t HEADER_SIZE = 4 + 2 + 2 + 8 + 4;  // magic, version, reserved, length, crc
 constexpr size_t READ_CHUNK = 64 * 1024;
+constexpr uint64_t RESERVE_LIMIT = 1u << 30;
 
 uint32_t crc_of(const std::string& s) {
     uLong crc = crc32(0L, Z_NULL, 0);
@@ -48,6 +49,8 @@ uint32_t name_tag(const char* name) {
 }  // namespace
 
 PDB_STREAM::~PDB_STREAM() = default;
+
+uint64_t PDB_STREAM::size_bound() const { return UINT64_MAX; }
 
 PDB_CLASS_INFO::PDB_CLASS_INFO(const char* class_name) : m_name(class_name), m_tag(name_tag(class_name)) {}
 
@@ -106,7 +109,9 @@ bool PDB_SEGMENT::load(PDB_STREAM& stream) {
     uint32_t crc = static_cast<uint32_t>(get_le(header + 16, 4));
     m_payload.clear();
     m_pos = 0;
-    // Grow only as bytes really arrive.
+    // Grow only as bytes really arrive. Room for the payload is reserved once when the stream
+    // can hold it, which saves copying the payload as it grows.
+    if (length <= stream.size_bound()) m_payload.reserve(static_cast<size_t>(std::min(length, RESERVE_LIMIT)));
     while (m_payload.size() < length) {
         size_t want = static_cast<size_t>(std::min<uint64_t>(READ_CHUNK, length - m_payload.size()));
         size_t old = m_payload.size();

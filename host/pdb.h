@@ -34,6 +34,8 @@ public:
     virtual bool write(const void* data, size_t size) = 0;
     // Bytes delivered; fewer than asked only at the end of the stream.
     virtual size_t read(void* data, size_t size) = 0;
+    // The most bytes the stream can deliver, when it knows (a bound, not a promise).
+    virtual uint64_t size_bound() const;
 };
 
 // Identity of a stored class: its name and a stable 32-bit tag derived from it.

@@ -33,7 +33,10 @@ bool looks_like_zlib(const unsigned char* p, size_t n) {
 // Replays the first bytes already taken from the archive, then continues with the archive.
 class PREFIXED_STREAM : public PDB_STREAM {
 public:
-    PREFIXED_STREAM(const std::string& prefix, DEV_ARCHIVE& archive) : m_prefix(prefix), m_archive(archive) {}
+    // `bound`: the most bytes the file can deliver.
+    PREFIXED_STREAM(const std::string& prefix, DEV_ARCHIVE& archive, uint64_t bound)
+        : m_prefix(prefix), m_archive(archive), m_bound(bound) {}
+    uint64_t size_bound() const override { return m_bound; }
     bool write(const void*, size_t) override { return false; }
     size_t read(void* data, size_t size) override {
         size_t n = std::min(size, m_prefix.size() - m_pos);
@@ -46,6 +49,7 @@ public:
 private:
     const std::string& m_prefix;
     DEV_ARCHIVE& m_archive;
+    uint64_t m_bound;
     size_t m_pos = 0;
 };
 
@@ -160,7 +164,12 @@ bool dev_pdb_read_file(const FIO_PATH& path, PDB_DDB_SEGMENT& segment, std::stri
             ok = segment.load_bytes(text);
         }
     } else {
-        PREFIXED_STREAM stream(head, archive);
+        // A plain file delivers its bytes; a compressed one at most zlib's greatest expansion.
+        const long long file_size = FIO_FILE_SYSTEM::file_size(full);
+        const uint64_t bound = file_size < 0 ? 0
+                               : static_cast<uint64_t>(file_size) *
+                                     (archive.compression_level() == ZLIB_NO_COMPRESSION ? 1 : kMaxExpansion);
+        PREFIXED_STREAM stream(head, archive, bound);
         ok = segment.load(stream);
         // The segment must be the whole file and a compressed stream must end properly
         // (its checksum trailer is only checked once inflate reaches the end).
