@@ -8,7 +8,8 @@
 //     bare anchored matching of the same lines (in memory) with the reader's patterns in the
 //     reader's order;
 //   - the device opened for its first part with every aspect (DEV_DEVICE_FACTORY, all from
-//     ".ddb" files: basic info, routing switches, part info, assembler data) against the sum
+//     ".ddb" files: basic info, pads and package where the family has them, routing
+//     switches, part info, assembler data) against the sum
 //     of the bare inflates of those files;
 //   - `ddbtool verify` of the whole installation (one run, timed from outside), per device.
 //
@@ -90,6 +91,9 @@ FILES find_files() {
     f.device_ddbs = {path.full_path(), f.rsi_ddb};
     DEV_PATH::get_existing_device_file_path(f.first_part, "part_info", &path);
     f.device_ddbs.push_back(path.full_path());
+    // Pads and the package, for the families that have them.
+    if (DEV_PATH::get_existing_device_file_path(f.device, "pad", &path)) f.device_ddbs.push_back(path.full_path());
+    if (DEV_PATH::get_existing_device_file_path(f.first_part, "pkg", &path)) f.device_ddbs.push_back(path.full_path());
     if (DEV_ASM_INFO::get_die_file_path(opened->get_basic_info(), &die)) {
         f.device_ddbs.push_back(die.full_path());
         const std::string dirt = die.full_path().substr(0, die.full_path().size() - 8) + "_dirt.ddb";
